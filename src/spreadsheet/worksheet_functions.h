@@ -1,0 +1,66 @@
+// The spreadsheet's worksheet functions, computed in-process with the spreadsheet's own
+// definitions: a round trip to the office per statistic is far too slow for a histogram
+// that follows every move. An array form counts every entry; a range form (over a
+// CellBlock) counts only its numeric cells, as the spreadsheet does.
+#pragma once
+
+#include <cmath>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "cell_block.h"
+
+namespace qv {
+
+// ROUND: halves away from zero on the decimal value the spreadsheet shows (15
+// significant digits), so Round(2.675, 2) is 2.68, not the binary 2.67.
+double Round(double x, int digits);
+// CEILING(x, 1): the smallest whole number not below x.
+double CeilingOne(double x);
+// LN; nullopt for x <= 0 (#NUM!).
+std::optional<double> Ln(double x);
+
+// Sums are compensated (Neumaier), as the spreadsheet adds.
+class NeumaierSum {
+ public:
+  void add(double v) {
+    double t = sum_ + v;
+    if (std::abs(sum_) >= std::abs(v))
+      comp_ += (sum_ - t) + v;
+    else
+      comp_ += (v - t) + sum_;
+    sum_ = t;
+  }
+  double value() const { return sum_ + comp_; }
+
+ private:
+  double sum_ = 0.0;
+  double comp_ = 0.0;
+};
+
+// Array forms: every entry counts. nullopt is the spreadsheet's error value.
+double Sum(std::span<const double> x);
+std::optional<double> Average(std::span<const double> x);
+std::optional<double> Stdev(std::span<const double> x);
+std::optional<double> Min(std::span<const double> x);
+std::optional<double> Max(std::span<const double> x);
+std::optional<double> Median(std::span<const double> x);
+std::optional<double> MedianSorted(std::span<const double> sorted);
+std::optional<double> Kurt(std::span<const double> x);
+std::optional<double> Skew(std::span<const double> x);
+
+// Range forms over a block of cells: numbers, dates and truth values count.
+std::int64_t Count(const CellBlock& r);
+std::int64_t CountA(const CellBlock& r);  // non-empty cells, errors included
+std::optional<double> Min(const CellBlock& r);
+std::optional<double> Max(const CellBlock& r);
+std::optional<double> Kurt(const CellBlock& r);
+std::optional<double> Skew(const CellBlock& r);
+// COUNTIF(range, criterion) with a plain criterion (no operator): a criterion that
+// reads as a number matches cells of that number; otherwise texts equal to it,
+// ignoring case.
+std::int64_t CountIf(const CellBlock& r, std::string_view criterion);
+
+}  // namespace qv
