@@ -61,17 +61,34 @@ std::string NumberText(double x, char decimalMark) {
   return WithMark(out, decimalMark);
 }
 
-std::string RoundedDigits(double x, int decimals) {
+std::string RoundedDigits(double x, int decimals) { return RoundedDigitsOf(x, decimals, false); }
+
+std::string RoundedDigitsOf(double x, int decimals, bool shortest) {
   // The 15-digit decimal value rounded at 10^-decimals, halves away from zero.
   std::string digits;
   if (x == 0.0 || !std::isfinite(x)) return digits;
-  Decimal15 d = ToDecimal15(x);
-  int keep = d.exp10 + 1 + decimals;  // significant digits that stay
-  if (keep > 15) {
-    digits = std::string(d.digits, 15) + std::string(keep - 15, '0');
+  std::string all;
+  int exp10;
+  if (shortest) {
+    // The shortest text that reads back as the same double: 2.675 stays "2.675".
+    char buf[48];
+    auto res = std::to_chars(buf, buf + sizeof buf, std::fabs(x), std::chars_format::scientific);
+    std::string t(buf, res.ptr);
+    std::size_t e = t.find('e');
+    all = t.substr(0, 1) + (e > 2 ? t.substr(2, e - 2) : "");
+    exp10 = std::atoi(t.c_str() + e + 1);
+  } else {
+    Decimal15 d = ToDecimal15(x);
+    all.assign(d.digits, 15);
+    exp10 = d.exp10;
+  }
+  const int n = static_cast<int>(all.size());
+  int keep = exp10 + 1 + decimals;  // significant digits that stay
+  if (keep > n) {
+    digits = all + std::string(keep - n, '0');
   } else if (keep >= 0) {
-    digits = std::string(d.digits, keep);
-    if (keep < 15 && d.digits[keep] >= '5') {
+    digits = all.substr(0, keep);
+    if (keep < n && all[keep] >= '5') {
       int i = keep - 1;
       while (i >= 0 && digits[i] == '9') digits[i--] = '0';
       if (i < 0)

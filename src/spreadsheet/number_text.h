@@ -16,6 +16,8 @@ std::string FormatFixed(double x, int decimals, char decimalMark = '.');
 // The digits of round(|x|·10^decimals) on the 15-digit decimal value, halves away
 // from zero, no leading zeros (empty for zero). decimals may be negative.
 std::string RoundedDigits(double x, int decimals);
+// The same on the shortest decimal text that reads back as x (up to 17 digits).
+std::string RoundedDigitsOf(double x, int decimals, bool shortest);
 
 // TEXT(x; "0.0%") style: 100·x with `decimals` places and a percent sign.
 std::string FormatPercent(double x, int decimals, char decimalMark = '.');

@@ -21,7 +21,23 @@ const std::string& CellBlock::text(std::int64_t i) const {
 
 double Round(double x, int digits) {
   if (x == 0.0 || !std::isfinite(x)) return x == 0.0 ? 0.0 : x;
-  std::string t = RoundedDigits(x, digits);
+  if (digits == 0) {
+    double r = std::round(x);
+    return r == 0.0 ? 0.0 : r;
+  }
+  double v = std::fabs(x);
+  const double twoTo52 = 4503599627370496.0;
+  if (digits > 0 && v >= twoTo52) return x;  // no decimals left to round
+  double fac = std::pow(10.0, std::abs(digits));
+  v = digits > 0 ? v * fac : v / fac;
+  // Rounding beyond the precision the value carries would only add noise.
+  if (v >= twoTo52) return x;
+  // Halves away from zero on the decimal value the spreadsheet sees: 15 significant
+  // digits, so 2.675 rounds to 2.68 although its binary value lies below; a position
+  // beyond those digits rounds the value's full shortest text.
+  int lead = static_cast<int>(std::floor(std::log10(std::fabs(x))));
+  bool within15 = lead + 1 + digits < 15;
+  std::string t = RoundedDigitsOf(x, digits, !within15);
   if (t.empty()) return 0.0;
   t = (x < 0 ? "-" : "") + t + "e" + std::to_string(-digits);
   return std::strtod(t.c_str(), nullptr);

@@ -1,0 +1,127 @@
+// The running spreadsheet, as the small object model the program uses: an office to
+// attach to, its workbooks, their sheets, ranges and names. Nothing here exposes the
+// office's own API; every failure of the office becomes an OfficeError.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "address.h"
+#include "cell_block.h"
+
+namespace qv {
+
+class OfficeError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Nothing listens where we look for the office.
+class NoOfficeError : public OfficeError {
+ public:
+  using OfficeError::OfficeError;
+};
+
+class Workbook;
+
+class Office {
+ public:
+  // The connection used when QUANTAVUE_CONNECT does not name another.
+  static std::string DefaultConnection();
+  // Attaches to an office that already listens on `connection` (a UNO connection
+  // string such as "pipe,name=quantavue;urp;"); never starts one. Throws NoOfficeError
+  // when none answers, OfficeError when the pipe belongs to another user.
+  static std::unique_ptr<Office> Attach(const std::string& connection);
+
+  ~Office();
+  Office(const Office&) = delete;
+  Office& operator=(const Office&) = delete;
+
+  // The spreadsheet document the office shows in front, or null when the active
+  // document is none or no spreadsheet.
+  std::shared_ptr<Workbook> activeWorkbook();
+  // A new empty spreadsheet document (hidden for tests and tools).
+  std::shared_ptr<Workbook> createWorkbook(bool hidden);
+  std::shared_ptr<Workbook> openWorkbook(const std::string& path, bool hidden);
+
+  // A worksheet function evaluated by the office itself, on a range of a workbook or on
+  // an array; for checking our own functions against the office's.
+  double callFunction(const std::string& name, const Workbook& book, const CellRangeRef& range);
+  double callFunction(const std::string& name, const std::vector<double>& values);
+  double callFunction(const std::string& name, double x, double digits);
+
+  struct Impl;
+
+ private:
+  explicit Office(std::unique_ptr<Impl> impl);
+  std::unique_ptr<Impl> impl_;
+};
+
+// What the user has selected in a workbook.
+struct Selection {
+  std::vector<CellRangeRef> areas;  // one per separate block of cells
+};
+
+class Workbook {
+ public:
+  struct Impl;
+  explicit Workbook(std::unique_ptr<Impl> impl);
+  ~Workbook();
+
+  // The name shown in external addresses: the file name, or the title of an unsaved
+  // document ("Untitled 1").
+  std::string name() const;
+  bool sameDocument(const Workbook& other) const;
+  // Brings the office's window with this workbook to the front.
+  void activate();
+
+  int activeSheet();
+  std::string sheetName(int sheet);
+  // The cells of the selection; throws when the selection is no cells (a picture).
+  Selection selection();
+  // The office's own range picker: returns the range the user picks, or nothing when
+  // the user cancels. `wait` runs while the user picks (it should keep the caller's
+  // windows alive).
+  std::optional<CellRangeRef> pickRange(const std::string& title, const std::function<void()>& wait);
+  // Cancels a pick in progress (from `wait`, or from another window).
+  void abortPick();
+  // The used area of a sheet; nothing for an empty sheet.
+  std::optional<CellRangeRef> usedRange(int sheet);
+
+  // The value of a range in bulk calls, every cell with its kind.
+  CellBlock read(const CellRangeRef& range);
+  // Formula cells of a range whose result is an error.
+  std::vector<CellRangeRef> errorFormulaCells(const CellRangeRef& range);
+  void select(const std::vector<CellRangeRef>& areas);
+
+  void defineName(const std::string& name, const CellRangeRef& range);
+  std::optional<CellRangeRef> resolveName(const std::string& name);
+  void deleteName(const std::string& name);
+
+  // $A$2:$A$101, or [book.ods]Sheet1!$A$2:$A$101 with external.
+  std::string address(const CellRangeRef& range, bool external);
+
+  // Change tracking: after watch(range), changed() tells whether a cell inside it has
+  // changed since the last call of watch or clearChanged.
+  void watch(const CellRangeRef& range);
+  bool changed() const;
+  void clearChanged();
+
+  // Writing, for tests, tools and reports. Numbers, texts and blanks by bulk call; Date
+  // and Logical cells get a date or truth-value number format.
+  void write(const CellRangeRef& at, const CellBlock& values);
+  void setFormula(int sheet, std::int32_t col, std::int32_t row, const std::string& formula);
+  void save(const std::string& path);
+  void close();
+
+  Impl& impl() const { return *impl_; }
+
+ private:
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace qv

@@ -1,0 +1,135 @@
+// The spreadsheet layer against a real office: what a read gives for each kind of
+// cell, names, addresses, selections, change tracking, and our worksheet functions
+// compared with the office's own on the same data.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+#include "office_fixture.h"
+#include "worksheet_functions.h"
+
+namespace qv::testing {
+namespace {
+
+using Kind = CellKind;
+
+TEST_F(OfficeTest, ReadKeepsEveryCellsKind) {
+  CellBlock col = Column({"h:Price", "n:12.5", "b", "t:abc", "d:45000", "l:1", "n:-3"});
+  book->write({0, 0, 0, 0, 0}, col);
+  book->setFormula(0, 0, 7, "=1/0");
+  book->setFormula(0, 0, 8, "=\"12\"");   // numeric text
+  book->setFormula(0, 0, 9, "=TRUE()");
+  CellBlock b = book->read({0, 0, 0, 0, 9});
+  ASSERT_EQ(b.size(), 10);
+  Kind want[] = {Kind::Text, Kind::Number, Kind::Empty, Kind::Text, Kind::Date,
+                 Kind::Logical, Kind::Number, Kind::Error, Kind::Text, Kind::Logical};
+  for (int i = 0; i < 10; ++i) EXPECT_EQ(b.kinds[i], want[i]) << "row " << i + 1;
+  EXPECT_EQ(b.numbers[1], 12.5);
+  EXPECT_EQ(b.numbers[5], 1.0);
+  EXPECT_EQ(b.text(0), "Price");
+  EXPECT_EQ(b.text(8), "12");
+  EXPECT_EQ(book->errorFormulaCells({0, 0, 0, 0, 9}).size(), 1u);
+  EXPECT_TRUE(book->errorFormulaCells({0, 0, 0, 0, 6}).empty());
+}
+
+TEST_F(OfficeTest, TwoColumnsReadRowByRow) {
+  CellBlock b;
+  b.resize(2, 2);
+  b.setNumber(0, 1);
+  b.setNumber(1, 2);
+  b.setNumber(2, 3);
+  b.setNumber(3, 4);
+  book->write({0, 1, 1, 0, 0}, b);
+  CellBlock r = book->read({0, 1, 1, 2, 2});
+  EXPECT_EQ(r.numbers, (std::vector<double>{1, 2, 3, 4}));
+}
+
+TEST_F(OfficeTest, NamesAddressesAndUsedRange) {
+  book->write({0, 0, 0, 0, 0}, Column({"h:x", "n:1", "n:2", "n:3"}));
+  CellRangeRef r{0, 0, 1, 0, 3};
+  book->defineName("data919234xxx", r);
+  EXPECT_EQ(book->resolveName("data919234xxx"), r);
+  book->defineName("data919234xxx", CellRangeRef{0, 0, 0, 0, 3});  // a second range replaces it
+  EXPECT_EQ(book->resolveName("data919234xxx"), (CellRangeRef{0, 0, 0, 0, 3}));
+  book->deleteName("data919234xxx");
+  EXPECT_FALSE(book->resolveName("data919234xxx").has_value());
+  book->deleteName("data919234xxx");  // deleting twice is harmless
+
+  EXPECT_EQ(book->address(r, false), "$A$2:$A$4");
+  EXPECT_EQ(book->address(r, true), "'[" + book->name() + "]Sheet1'!$A$2:$A$4");  // "Untitled 1" has a blank
+  EXPECT_EQ(book->usedRange(0), (CellRangeRef{0, 0, 0, 0, 3}));
+  auto whole = Intersect(CellRangeRef{0, 0, 0, 0, 1048575}, *book->usedRange(0));
+  EXPECT_EQ(whole, (CellRangeRef{0, 0, 0, 0, 3}));
+}
+
+TEST_F(OfficeTest, ModifyListenerSeesEditsInsideTheRangeOnly) {
+  book->write({0, 0, 0, 0, 0}, Column({"n:1", "n:2", "n:3"}));
+  book->watch({0, 0, 0, 0, 2});
+  EXPECT_FALSE(book->changed());
+  book->write({0, 1, 0, 0, 0}, Column({"n:9"}));  // outside
+  EXPECT_FALSE(book->changed());
+  book->write({0, 0, 1, 0, 0}, Column({"n:7"}));  // inside
+  EXPECT_TRUE(book->changed());
+  book->clearChanged();
+  EXPECT_FALSE(book->changed());
+}
+
+TEST_F(OfficeTest, SelectionAreas) {
+  book->select({CellRangeRef{0, 0, 0, 0, 4}});
+  Selection s = book->selection();
+  ASSERT_EQ(s.areas.size(), 1u);
+  EXPECT_EQ(s.areas[0], (CellRangeRef{0, 0, 0, 0, 4}));
+  book->select({CellRangeRef{0, 0, 0, 0, 2}, CellRangeRef{0, 2, 0, 2, 2}});
+  EXPECT_EQ(book->selection().areas.size(), 2u);
+}
+
+// Our in-process worksheet functions must give what the office gives.
+TEST_F(OfficeTest, WorksheetFunctionsMatchTheOffice) {
+  struct RoundCase {
+    double x, d;
+  } rounds[] = {{2.675, 2}, {-2.5, 0}, {2.5, 0}, {1.005, 2}, {0.285, 2}, {-0.125, 2}, {1234.5, -1},
+                {0.1 + 0.2, 1}, {1e15 + 0.5, 0}, {0.49999999999999994, 0}, {330.88535, 4}, {5.55, 1}, {-1.45, 1}, {2.345e-7, 9}};
+  for (const RoundCase& c : rounds)
+    EXPECT_EQ(Round(c.x, int(c.d)), office().callFunction("ROUND", c.x, c.d)) << c.x << ", " << c.d;
+
+  std::mt19937_64 gen(7);
+  std::lognormal_distribution<double> dist(1.0, 0.8);
+  std::vector<double> x(2000);
+  for (double& v : x) v = std::round(dist(gen) * 1000) / 1000;
+  struct Fn {
+    const char* name;
+    std::optional<double> (*ours)(std::span<const double>);
+    double tol;
+  } fns[] = {{"AVERAGE", Average, 0}, {"STDEV", Stdev, 1e-15}, {"MEDIAN", Median, 0},
+             {"MIN", Min, 0},         {"MAX", Max, 0},         {"KURT", Kurt, 1e-13},
+             {"SKEW", Skew, 1e-13}};
+  for (const Fn& f : fns) {
+    double theirs = office().callFunction(f.name, x);
+    double ours = *f.ours(x);
+    EXPECT_NEAR(ours, theirs, f.tol * std::fabs(theirs)) << f.name;
+  }
+  EXPECT_EQ(Sum(x), office().callFunction("SUM", x));
+  std::vector<double> tenths(31, 0.1);
+  EXPECT_EQ(*Stdev(tenths), office().callFunction("STDEV", tenths));
+}
+
+TEST_F(OfficeTest, RangeFunctionsMatchTheOffice) {
+  CellBlock col = Column({"h:Head", "n:3", "b", "t:12", "d:45000", "l:1", "n:-2.5", "n:7", "n:7", "t:x"});
+  book->write({0, 0, 0, 0, 0}, col);
+  CellRangeRef r{0, 0, 0, 0, 9};
+  CellBlock b = book->read(r);
+  EXPECT_EQ(double(Count(b)), office().callFunction("COUNT", *book, r));
+  EXPECT_EQ(double(CountA(b)), office().callFunction("COUNTA", *book, r));
+  EXPECT_EQ(*Min(b), office().callFunction("MIN", *book, r));
+  EXPECT_EQ(*Max(b), office().callFunction("MAX", *book, r));
+  EXPECT_NEAR(*Kurt(b), office().callFunction("KURT", *book, r), 1e-13);
+  EXPECT_NEAR(*Skew(b), office().callFunction("SKEW", *book, r), 1e-13);
+  // KURT needs four numbers and a spread: the office refuses as we do.
+  book->write({0, 3, 0, 0, 0}, Column({"n:1", "n:1", "n:1", "n:1"}));
+  EXPECT_THROW(office().callFunction("KURT", *book, CellRangeRef{0, 3, 0, 3, 3}), OfficeError);
+  EXPECT_FALSE(Kurt(book->read({0, 3, 0, 3, 3})).has_value());
+}
+
+}  // namespace
+}  // namespace qv::testing
