@@ -1,0 +1,145 @@
+// MainForm: the program's one permanent window and its control centre. Its handlers
+// carry the chains of the analysis; the arithmetic lives in the engine.
+#pragma once
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+#include "address.h"
+#include "bar_chart.h"
+#include "check_list.h"
+#include "double_slider.h"
+#include "switch_knob.h"
+
+namespace qv {
+
+struct Tabulation;
+struct RangeRead;
+
+class MainForm : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit MainForm(QWidget* parent = nullptr);
+  ~MainForm() override;
+
+  // How messages and the range picker reach the user; tests replace them.
+  static std::function<void(const QString&)> noticeSink;
+  static std::function<std::optional<CellRangeRef>()> rangePicker;
+
+  void Form_Load();
+  void ShowNotice(const QString& text);
+
+  // Intake and refresh.
+  void InputButton1_Click();
+  bool LoadSample();
+  void TextBox14_Change();
+  void RefreshIt();
+  void RefreshForm_TruncatedValues();
+  void ResizeIt();
+
+  // Bins.
+  void SwitchKnob4_Change();
+  void BinsBox_Change();
+  void BinsNumber_Click(int index);
+  void OptionBinning_Click(int index);
+  void OptionIncrement_Click(int index);
+  void Calculate_Click();
+  void SSliderInterval_Change();
+  void TabulateByCount();
+  void TabulateByWidth();
+  void MoveIntervalSlider();
+
+  // Drawing.
+  void DrawTable();
+  void DrawView();
+  void RefreshForm();
+  void DecimalCombo_Click();
+
+  // Truncation.
+  void InitTruncationSliders();
+  void SSlider11_MouseUp();
+  void SSlider22_MouseUp();
+  void Resetme_Click();
+
+  int decimals() const;
+  char decimalMark() const;
+
+  // Controls, by their names in the design.
+  QLabel* Label21;
+  QPushButton* InputButton1;
+  QLineEdit* TextBox14;
+  QLabel* NumberOfValues;
+  QPushButton* CopyPaste;
+  QTabWidget* UnivarTab;
+  QRadioButton* OptionBinning[3];
+  QGroupBox* FrameBinning[3];
+  SwitchKnob* SwitchKnob4;
+  QLineEdit* BinsBox;
+  QComboBox* BinsNumber;
+  DoubleSlider* SSliderInterval;
+  QLineEdit* FromBin;
+  QLineEdit* ToBin;
+  QLineEdit* Increment;
+  QRadioButton* OptionIncrement[2];
+  QPushButton* Calculate;
+  QGroupBox* Frame1;
+  QLineEdit *TextBox1, *Miss, *TextBox2, *TextBox3, *Range, *TextBox4, *TextBox5, *TextBox6,
+      *TextBox7, *TextBox8, *CV, *krt, *skw;
+  QLabel* Label8;
+  QLabel* Label12;
+  QPushButton* Normality;
+  QPushButton* QQplot;
+  QPushButton* Excel;
+  QCheckBox* CheckInclude;
+  QComboBox* ComboHighlight;
+  QPushButton* CondFormat;
+  QPushButton* ThemedButton6;
+  QGroupBox* Frame55;
+  DoubleSlider* SSlider11;
+  DoubleSlider* SSlider22;
+  QPushButton* Resetme;
+  CheckList* ListView2;
+  QCheckBox* Check1;
+  QLineEdit* Text2;
+  QLineEdit* Disabled;
+  BarChart* DAS_BarChart1;
+  DoubleSlider* SlideGap;
+  QRadioButton *Option2, *Option1;
+  QRadioButton *OptionContinuous, *OptionDiscrete;
+  QRadioButton *OptionButton5, *OptionButton6;
+  QComboBox* DecimalCombo;
+  QPushButton* SonicClick16;
+
+  bool UseSelection = false;
+  QString SheetName;
+  std::optional<double> LastSliderLow, LastSliderHigh;
+
+ protected:
+  void changeEvent(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void buildStrip();
+  void buildTab();
+  void buildLower();
+  void connectHandlers();
+  void setBold(QWidget* w, bool bold);
+  // The range's cells, read and sorted once and kept while they stay unchanged.
+  const RangeRead& ReadCells(const CellRangeRef& range);
+  void applyTabulation(const Tabulation& t);
+  bool inHandler_ = false;
+};
+
+}  // namespace qv

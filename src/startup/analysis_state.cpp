@@ -1,0 +1,10 @@
+#include "analysis_state.h"
+
+namespace qv {
+
+AnalysisState& State() {
+  static AnalysisState state;
+  return state;
+}
+
+}  // namespace qv

@@ -1,0 +1,101 @@
+// Discrete mode: listing, the 50-value limit, the filter of ticks against filtering the
+// cells again, and the counts over the whole range.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "cells.h"
+#include "discrete.h"
+#include "sample.h"
+#include "worksheet_functions.h"
+
+namespace qv {
+namespace {
+
+using namespace test;
+using Texts = std::vector<std::string>;
+using Counts = std::vector<std::int64_t>;
+
+TEST(Discrete, OneOneTwoThreeThreeThreeWithTwoUnticked) {
+  CellBlock block = Column({"Score", 3.0, 1.0, 3.0, 2.0, 1.0, 3.0});
+  DiscreteList list = ListDiscreteValues(BuildSample(block, SampleFilter::Continuous));
+  ASSERT_EQ(list.status, DiscreteList::Status::Listed);
+  EXPECT_EQ(list.unique.texts, (Texts{"1", "2", "3"}));
+  EXPECT_EQ(TabulateDiscrete(block, list.unique.texts).BinCounts, (Counts{2, 1, 3}));
+  Texts ticked{"1", "3"};
+  EXPECT_EQ(FilterCheckedValues(BuildSample(block, SampleFilter::Discrete), ticked),
+            (std::vector<double>{1, 1, 3, 3, 3}));
+  EXPECT_EQ(TabulateDiscrete(block, ticked).BinCounts, (Counts{2, 3}));
+}
+
+TEST(Discrete, ListingLimitsAndDistinctTexts) {
+  std::vector<double> fifty, two{1, 2};
+  for (int i = 0; i < 50; ++i) fifty.push_back(i * 0.5);
+  EXPECT_EQ(ListDiscreteValues(fifty).unique.values.size(), 50u);
+  fifty.push_back(100);
+  DiscreteList refused = ListDiscreteValues(fifty);
+  EXPECT_EQ(refused.notice, "More then 50 discrete different values detected!");
+  EXPECT_TRUE(refused.unique.values.empty());
+  EXPECT_EQ(ListDiscreteValues(two).status, DiscreteList::Status::TooFewValues);
+
+  // Distinct by text, in order of first occurrence: 0.1 + 0.2 and 0.3 both read "0,3".
+  std::vector<double> v{3, 1, 3, 0.1 + 0.2, 2, 0.3, -0.0, 0.0, 1};
+  DistinctValues d = UniqueValuesForCols(v, ',');
+  EXPECT_EQ(d.texts, (Texts{"3", "1", "0,3", "2", "0"}));
+  EXPECT_EQ(d.values[2], 0.1 + 0.2);
+  // That text does not read back as the same double: ticked, it matches nothing.
+  EXPECT_TRUE(FilterCheckedValues(std::vector<double>{0.1 + 0.2}, Texts{"0.3"}).empty());
+}
+
+TEST(Discrete, FilterEqualsFilteringTheCellsAgain) {
+  std::mt19937_64 rng(2);
+  std::vector<Cell> cells;
+  for (int i = 0; i < 2000; ++i) {
+    switch (rng() % 6) {
+      case 0:
+        cells.push_back(Truth(rng() % 2 == 0));
+        break;
+      case 1:
+        cells.push_back(std::to_string(rng() % 5));
+        break;  // numeric text enters here
+      case 2:
+        cells.push_back(Blank());
+        break;
+      default:
+        cells.push_back(static_cast<double>(rng() % 9) / 2 - 1);
+    }
+  }
+  CellBlock block = Column(cells);
+  std::vector<double> whole = BuildSample(block, SampleFilter::Discrete);
+  for (Texts ticked : {Texts{}, Texts{"0"}, Texts{"-1", "3.5", "2"}, Texts{"2", "2", "-0"},
+                       Texts{"4", "1.5", "0", "-0.5", "-1", "3"}}) {
+    std::vector<double> anew;  // LoadDiscreteSample: the cells in order, then a sort
+    for (std::int64_t i = 0; i < block.size(); ++i) {
+      CellKind k = block.kinds[i];
+      if (k == CellKind::Empty) continue;
+      double x = k == CellKind::Text      ? std::stod(block.text(i))
+                 : k == CellKind::Logical ? -block.numbers[i]
+                                          : block.numbers[i];
+      if (std::any_of(ticked.begin(), ticked.end(), [&](auto& t) { return std::stod(t) == x; }))
+        anew.push_back(x);
+    }
+    std::sort(anew.begin(), anew.end());
+    EXPECT_EQ(FilterCheckedValues(whole, ticked), anew) << ticked.size();
+  }
+}
+
+TEST(Discrete, CountsAreCountIfOverTheWholeRange) {
+  // Numbers, both zeros, truth values and a date (stored as 1/0 and a serial), numeric and
+  // other text, a blank and an error.
+  CellBlock block = Column({2.5, 2.5, 1.0, -0.0, 0.0, Truth(true), Truth(false), DateSerial(1),
+                            "12", "x", "X", Blank(), ErrorCell(532), 12.0, -1.0});
+  Texts criteria{"2.5", "1", "0", "-0", "12", "x", "-1", "7", "1", "abc"};
+  Counts expected;
+  for (const std::string& c : criteria) expected.push_back(CountIf(block, c));
+  EXPECT_EQ(TabulateDiscrete(block, criteria).BinCounts, expected);
+  EXPECT_EQ(TabulateDiscrete(block, criteria).BinLabels, criteria);
+  EXPECT_EQ(TabulateDiscrete(block, Texts{"2,5"}, ',').BinCounts, Counts{2});  // decimal comma
+}
+
+}  // namespace
+}  // namespace qv
