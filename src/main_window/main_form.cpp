@@ -263,6 +263,21 @@ void MainForm::connectHandlers() {
   connect(SSlider22, &DoubleSlider::mouseReleased, this, [this] { SSlider22_MouseUp(); });
   connect(Resetme, &QPushButton::clicked, this, [this] { Resetme_Click(); });
   connect(ThemedButton6, &QPushButton::clicked, this, [this] { Frame55->setVisible(!Frame55->isVisible()); });
+  // Option buttons act on a click that selects them; a click on the selected one is no
+  // change and runs nothing.
+  auto onSelect = [this](QRadioButton* b, void (MainForm::*handler)()) {
+    connect(b, &QRadioButton::toggled, this, [this, handler](bool on) {
+      if (on) (this->*handler)();
+    });
+  };
+  onSelect(OptionButton5, &MainForm::OptionButton5_Click);
+  onSelect(OptionButton6, &MainForm::OptionButton6_Click);
+  onSelect(Option1, &MainForm::Option1_Click);
+  onSelect(Option2, &MainForm::Option2_Click);
+  onSelect(OptionContinuous, &MainForm::OptionContinuous_Click);
+  onSelect(OptionDiscrete, &MainForm::OptionDiscrete_Click);
+  connect(SlideGap, &DoubleSlider::valueChanged, this, [this] { SlideGap_Change(); });
+  connect(Check1, &QCheckBox::clicked, this, [this] { Check1_Click(); });
 }
 
 void MainForm::Form_Load() {

@@ -15,6 +15,7 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 
 #include "address.h"
 #include "bar_chart.h"
@@ -72,6 +73,21 @@ class MainForm : public QWidget {
   void SSlider11_MouseUp();
   void SSlider22_MouseUp();
   void Resetme_Click();
+  void OptionContinuous_Click();
+
+  // Chart view.
+  void OptionButton5_Click();
+  void OptionButton6_Click();
+  void Option1_Click();
+  void Option2_Click();
+  void SlideGap_Change();
+
+  // Discrete mode.
+  void OptionDiscrete_Click();
+  void UniqueValuesForCols(std::span<const double> values);
+  void Check1_Click();
+  bool LoadDiscreteSample();
+  void TabulateDiscrete();
 
   int decimals() const;
   char decimalMark() const;

@@ -15,6 +15,13 @@ void MainForm::RefreshIt() {
     LastSliderHigh = SSlider22->position();
     LastSliderLow = SSlider11->position();
   }
+  if (OptionDiscrete->isChecked()) {
+    if (LoadDiscreteSample()) {
+      TabulateDiscrete();
+      RefreshForm_TruncatedValues();
+    }
+    return;
+  }
   if (LoadSample()) RefreshForm_TruncatedValues();
 }
 

@@ -28,7 +28,7 @@ struct RangeRead {
 
 struct AnalysisState {
   // AttachToExcel; never replaced.
-  std::unique_ptr<Office> ExcelApp;
+  std::shared_ptr<Office> ExcelApp;
   std::shared_ptr<Workbook> ActiveBook;
 
   // InputButton1_Click; re-resolved from the workbook name by each load. Nothing until

@@ -53,14 +53,15 @@ void HeadlessOffice::Kill() {
 }
 
 HeadlessOffice::~HeadlessOffice() {
-  office_.release();  // the bridge may be gone; do not run its destructors at exit
+  // The bridge may be gone: do not run its destructors at exit.
+  new std::shared_ptr<Office>(std::move(office_));
   Kill();
   std::error_code ec;
   std::filesystem::remove_all(profile_, ec);
 }
 
 void OfficeTest::SetUp() {
-  book = office().createWorkbook(true);
+  book = office().createWorkbook(hiddenBook());
   ASSERT_TRUE(book);
 }
 

@@ -17,6 +17,7 @@ class HeadlessOffice {
   // does not answer within 60 s.
   static HeadlessOffice& Get();
   Office& office() { return *office_; }
+  std::shared_ptr<Office> shared() { return office_; }
   const std::string& connection() const { return connection_; }
   // Ends the office, as a user closing it would.
   void Kill();
@@ -24,7 +25,7 @@ class HeadlessOffice {
 
  private:
   HeadlessOffice();
-  std::unique_ptr<Office> office_;
+  std::shared_ptr<Office> office_;
   std::string connection_;
   std::string profile_;
   int pid_ = -1;
@@ -36,6 +37,9 @@ class OfficeTest : public ::testing::Test {
   void SetUp() override;
   void TearDown() override;
   Office& office() { return HeadlessOffice::Get().office(); }
+  // Hidden workbooks never become the office's active document; a test of the windows
+  // asks for a shown one.
+  virtual bool hiddenBook() const { return true; }
   std::shared_ptr<Workbook> book;
 };
 
