@@ -133,7 +133,7 @@ const RangeRead& MainForm::ReadCells(const CellRangeRef& range) {
 
 bool MainForm::LoadSample() {
   AnalysisState& s = State();
-  s.SampleValues.clear();
+  // A read that fails leaves the sample in hand, not half a record.
   try {
     std::optional<CellRangeRef> named = s.ActiveBook->resolveName(kDataName);
     if (!named) throw OfficeError("The workbook no longer holds the range's name");

@@ -2,6 +2,8 @@
 // the range picker in the test's hands.
 #pragma once
 
+#include <QApplication>
+#include <QEvent>
 #include <QStringList>
 
 #include "analysis_state.h"
@@ -35,7 +37,7 @@ class MainWindowTest : public OfficeTest {
     QApplication::processEvents();
     State().LastRead.reset();
     State().ActiveBook.reset();
-    OfficeTest::TearDown();
+    if (book) OfficeTest::TearDown();
   }
 
   bool closed() const {

@@ -1,0 +1,142 @@
+// Entry points as the rest of the program calls them: densities and the exponential
+// distribution against mpmath, the ends of the supports, the domain errors, and that
+// no argument (NaN, infinities, extremes) hangs a call or gives -0.
+#include <gtest/gtest.h>
+
+#include <cfloat>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <string>
+
+#include "numeric_functions.h"
+#include "reference_table.h"
+
+namespace qv {
+namespace {
+
+using test::Args;
+
+constexpr double kInf = std::numeric_limits<double>::infinity();
+
+TEST(EntryPoints, MatchReferenceTable) {
+  auto slack = [](Args, double v) { return test::ExponentSlack(v); };
+  test::ExpectTableAccuracy(
+      "densities.txt",
+      {{.name = "CdfExponential", .fn = [](Args a) { return CdfExponential(a[0], a[1]); },
+        .bound = 4 * DBL_EPSILON},
+       {.name = "PdfGamma", .fn = [](Args a) { return PdfGamma(a[0], a[1], a[2]); }, .bound = 1e-13,
+        .slack = slack},
+       {.name = "PdfBeta", .fn = [](Args a) { return PdfBeta(a[0], a[1], a[2]); }, .bound = 1e-13,
+        .slack = slack}});
+}
+
+TEST(EntryPoints, EndsOfTheSupport) {
+  struct {
+    const char* call;
+    double got, want;
+  } cases[] = {
+      {"CdfExponential(-1, 2)", CdfExponential(-1, 2), 0},
+      {"CdfExponential(inf, 2)", CdfExponential(kInf, 2), 1},
+      {"CdfGamma(0, 2, 3)", CdfGamma(0, 2, 3), 0},
+      {"CdfGamma(-1, 2, 3)", CdfGamma(-1, 2, 3), 0},
+      {"CdfGamma(inf, 2, 3)", CdfGamma(kInf, 2, 3), 1},
+      {"PdfGamma(0, 1, 4)", PdfGamma(0, 1, 4), 0.25},
+      {"PdfGamma(0, 2, 4)", PdfGamma(0, 2, 4), 0},
+      {"PdfGamma(-1, 2, 4)", PdfGamma(-1, 2, 4), 0},
+      {"CdfBeta(0, 2, 3)", CdfBeta(0, 2, 3), 0},
+      {"CdfBeta(1, 0.5, 3)", CdfBeta(1, 0.5, 3), 1},
+      {"CdfBeta(-1, 2, 3)", CdfBeta(-1, 2, 3), 0},
+      {"CdfBeta(2, 2, 3)", CdfBeta(2, 2, 3), 1},
+      {"PdfBeta(0, 1, 3)", PdfBeta(0, 1, 3), 3},
+      {"PdfBeta(1, 3, 1)", PdfBeta(1, 3, 1), 3},
+      {"PdfBeta(0, 2, 3)", PdfBeta(0, 2, 3), 0},
+      {"PdfBeta(1, 2, 3)", PdfBeta(1, 2, 3), 0},
+      {"PdfBeta(1.5, 0.5, 0.5)", PdfBeta(1.5, 0.5, 0.5), 0},
+      {"PdfBeta(-0.5, 0.5, 0.5)", PdfBeta(-0.5, 0.5, 0.5), 0},
+  };
+  for (const auto& c : cases) EXPECT_EQ(c.got, c.want) << c.call;
+  // To rounding: exp(-1), 1/2, and 30 x (1 - x)^2 at 0.3 = 1.764.
+  EXPECT_NEAR(PdfGamma(1, 1, 1) / std::exp(-1.0), 1, 4 * DBL_EPSILON);
+  EXPECT_NEAR(CdfBeta(0.5, 1, 1), 0.5, 2 * DBL_EPSILON);
+  EXPECT_NEAR(PdfBeta(0.3, 2, 3), 1.764, 8 * DBL_EPSILON);
+  for (double lambda : {1e-300, 0.5, 1.0, 1e300}) {
+    EXPECT_EQ(CdfExponential(0, lambda), 0.0);
+    EXPECT_FALSE(std::signbit(CdfExponential(0, lambda))) << lambda;
+    EXPECT_FALSE(std::signbit(CdfExponential(-0.0, lambda))) << lambda;
+  }
+}
+
+TEST(EntryPoints, DomainErrorsAreTheSpreadsheetValueError) {
+  auto raises = [](auto call, const char* text) {
+    try {
+      call();
+      ADD_FAILURE() << text << " returned a number";
+    } catch (const ValueError& e) {
+      EXPECT_EQ(std::string(e.what()), "#VALUE!") << text;
+    }
+  };
+  raises([] { return CdfExponential(1, 0); }, "CdfExponential(1, 0)");
+  raises([] { return CdfExponential(1, -2); }, "CdfExponential(1, -2)");
+  raises([] { return CdfGamma(1, 0, 1); }, "CdfGamma(1, 0, 1)");
+  raises([] { return CdfGamma(1, 1, -1); }, "CdfGamma(1, 1, -1)");
+  raises([] { return CdfGamma(-1, -1, 1); }, "CdfGamma(-1, -1, 1)");  // domain before support
+  raises([] { return PdfGamma(0, 0.5, 4); }, "PdfGamma(0, 0.5, 4)");
+  raises([] { return PdfGamma(1, 2, 0); }, "PdfGamma(1, 2, 0)");
+  raises([] { return CdfBeta(0.5, 0, 1); }, "CdfBeta(0.5, 0, 1)");
+  raises([] { return CdfBeta(2, 1, -1); }, "CdfBeta(2, 1, -1)");
+  raises([] { return PdfBeta(1, 3, 0.5); }, "PdfBeta(1, 3, 0.5)");
+  raises([] { return PdfBeta(0, 0.5, 2); }, "PdfBeta(0, 0.5, 2)");
+  raises([] { return PdfBeta(0.5, -1, 2); }, "PdfBeta(0.5, -1, 2)");
+}
+
+TEST(EntryPoints, AnyArgumentEndsWithoutNegativeZero) {
+  // Extremes, infinities and NaN in every position: each call must return (or throw
+  // ValueError), never -0, a cdf within [0, 1] and a density not below 0, or NaN.
+  const double values[] = {NAN, -kInf, -1e300, -1, -0.0, 0.0, 5e-324, 1e-300, 1e-10, 0.5,
+                           1 - 1e-16, 1, 1.5, 21.5, 1e5, 1e15, 1e300, kInf};
+  std::mt19937_64 rng(2024);
+  std::uniform_int_distribution<int> pick(0, std::size(values) - 1);
+  std::uniform_real_distribution<double> log10(-300, 300);
+  auto arg = [&] {
+    int k = pick(rng);
+    return k % 3 == 0 ? std::pow(10.0, log10(rng)) : values[k];
+  };
+  for (int n = 0; n < 20000; ++n) {
+    double x = arg(), a = arg(), b = arg();
+    struct {
+      const char* name;
+      double (*f)(double, double, double);
+      bool density;
+    } const calls[] = {
+        {"CdfExponential", [](double x, double a, double) { return CdfExponential(x, a); }, false},
+        {"CdfGamma", CdfGamma, false}, {"PdfGamma", PdfGamma, true},
+        {"CdfBeta", CdfBeta, false},   {"PdfBeta", PdfBeta, true},
+        {"CdfNormal", [](double x, double, double) { return CdfNormal(x); }, false},
+    };
+    for (const auto& c : calls) {
+      double v;
+      try {
+        v = c.f(x, a, b);
+      } catch (const ValueError&) {
+        continue;
+      }
+      if (std::isnan(v)) continue;
+      EXPECT_FALSE(v == 0 && std::signbit(v)) << c.name << "(" << x << ", " << a << ", " << b << ")";
+      EXPECT_GE(v, 0) << c.name << "(" << x << ", " << a << ", " << b << ")";
+      if (!c.density) {
+        EXPECT_LE(v, 1) << c.name << "(" << x << ", " << a << ", " << b << ")";
+      }
+    }
+  }
+  EXPECT_TRUE(std::isnan(CdfGamma(NAN, 1, 1)));
+  EXPECT_TRUE(std::isnan(CdfBeta(0.5, NAN, 1)));
+  EXPECT_TRUE(std::isnan(PdfGamma(1, 1, NAN)));
+  EXPECT_TRUE(std::isnan(PdfBeta(NAN, -1, 1)));
+  EXPECT_TRUE(std::isnan(CdfExponential(NAN, -1)));
+  EXPECT_TRUE(std::isnan(CdfBeta(0.5, 2, kInf)));  // degenerate: no answer
+  EXPECT_THROW(CdfGamma(1, -kInf, 1), ValueError);
+}
+
+}  // namespace
+}  // namespace qv
