@@ -86,8 +86,8 @@ FrequencyTable TabulateDiscrete(const CellBlock& range, std::span<const std::str
   FrequencyTable table;
   table.BinLabels.assign(checkedValues.begin(), checkedValues.end());
   table.BinCounts.assign(checkedValues.size(), 0);
-  // A number criterion matches the range's numbers equal to it (COUNTIF): all of them
-  // are counted in one pass over the range instead of one pass each.
+  // A number criterion matches the range's numbers equal to it (COUNTIF), and the text
+  // cells that read the same: the numbers of all criteria are counted in one pass.
   std::vector<double> targets;
   std::vector<std::size_t> numeric;
   for (std::size_t i = 0; i < checkedValues.size(); ++i) {
@@ -114,7 +114,8 @@ FrequencyTable TabulateDiscrete(const CellBlock& range, std::span<const std::str
   }
   for (std::size_t j = 0; j < numeric.size(); ++j) {
     auto at = std::lower_bound(distinct.begin(), distinct.end(), targets[j]);
-    table.BinCounts[numeric[j]] = hits[static_cast<std::size_t>(at - distinct.begin())];
+    table.BinCounts[numeric[j]] = hits[static_cast<std::size_t>(at - distinct.begin())] +
+                                  CountTextIf(range, Criterion(checkedValues[numeric[j]], mark));
   }
   return table;
 }

@@ -52,6 +52,13 @@ void MainForm::SSlider22_MouseUp() {
 
 void MainForm::Resetme_Click() {
   AnalysisState& s = State();
+  if (!OptionContinuous->isChecked()) {
+    // Discrete mode: the ticked rows become the filter of the reload.
+    s.CheckedValues.clear();
+    for (const QString& text : ListView2->checkedTexts()) s.CheckedValues.push_back(text.toStdString());
+    RefreshIt();
+    return;
+  }
   if (!s.InputRange || !s.LastRead) return;  // no range taken yet
   NumberOfValues->hide();
   Label8->setText(QStringLiteral("MIN"));

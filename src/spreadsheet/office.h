@@ -52,7 +52,10 @@ class Office {
   // an array; for checking our own functions against the office's.
   double callFunction(const std::string& name, const Workbook& book, const CellRangeRef& range);
   double callFunction(const std::string& name, const std::vector<double>& values);
-  double callFunction(const std::string& name, double x, double digits);
+  double callFunction(const std::string& name, const Workbook& book, const CellRangeRef& range,
+                      const std::string& criterion);
+  // Each number a scalar argument: ROUND(x; d), LN(x).
+  double callScalar(const std::string& name, const std::vector<double>& args);
 
   struct Impl;
 

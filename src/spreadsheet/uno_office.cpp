@@ -331,11 +331,23 @@ double Office::callFunction(const std::string& name, const std::vector<double>& 
   });
 }
 
-double Office::callFunction(const std::string& name, double x, double digits) {
+double Office::callFunction(const std::string& name, const Workbook& book, const CellRangeRef& range,
+                            const std::string& criterion) {
   return Guard("calling a worksheet function", [&] {
     Sequence<Any> args(2);
-    args[0] <<= x;
-    args[1] <<= digits;
+    args[0] <<= book.impl().range(range);
+    args[1] <<= U(criterion);
+    double v = 0;
+    Any result = impl_->functionAccess()->callFunction(U(name), args);
+    if (!(result >>= v)) throw OfficeError(name + " gave no number but " + S(result.getValueTypeName()));
+    return v;
+  });
+}
+
+double Office::callScalar(const std::string& name, const std::vector<double>& values) {
+  return Guard("calling a worksheet function", [&] {
+    Sequence<Any> args(static_cast<sal_Int32>(values.size()));
+    for (std::size_t i = 0; i < values.size(); ++i) args[static_cast<sal_Int32>(i)] <<= values[i];
     double v = 0;
     Any result = impl_->functionAccess()->callFunction(U(name), args);
     if (!(result >>= v))

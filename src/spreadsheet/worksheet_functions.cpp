@@ -225,17 +225,22 @@ bool EqualNoCase(std::string_view a, std::string_view b) {
 
 }  // namespace
 
+std::int64_t CountTextIf(const CellBlock& r, std::string_view criterion) {
+  std::int64_t c = 0;
+  for (auto& [i, t] : r.texts)
+    if (EqualNoCase(t, criterion)) ++c;
+  return c;
+}
+
 std::int64_t CountIf(const CellBlock& r, std::string_view criterion) {
   std::int64_t c = 0;
   if (IsNumericText(criterion)) {
     double want = Val(criterion);
     for (std::int64_t i = 0; i < r.size(); ++i)
       if (r.isRangeNumber(i) && r.numbers[i] == want) ++c;
-    return c;
   }
-  for (auto& [i, t] : r.texts)
-    if (EqualNoCase(t, criterion)) ++c;
-  return c;
+  // A text cell counts when it reads the same as the criterion, "12" for "12" too.
+  return c + CountTextIf(r, criterion);
 }
 
 }  // namespace qv

@@ -59,8 +59,10 @@ std::optional<double> Max(const CellBlock& r);
 std::optional<double> Kurt(const CellBlock& r);
 std::optional<double> Skew(const CellBlock& r);
 // COUNTIF(range, criterion) with a plain criterion (no operator): a criterion that
-// reads as a number matches cells of that number; otherwise texts equal to it,
-// ignoring case.
+// reads as a number matches cells of that number, and any criterion matches the text
+// cells equal to it, ignoring case.
 std::int64_t CountIf(const CellBlock& r, std::string_view criterion);
+// The text part of COUNTIF: text cells equal to the criterion, ignoring case.
+std::int64_t CountTextIf(const CellBlock& r, std::string_view criterion);
 
 }  // namespace qv

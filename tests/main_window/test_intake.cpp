@@ -32,6 +32,24 @@ TEST_F(MainWindowTest, AcceptedRangeFillsTheWindow) {
   EXPECT_EQ(form->DAS_BarChart1->barKey(4), "05");
 }
 
+TEST_F(MainWindowTest, WholeColumnIsCutAndTheSameAddressIsNotReadAgain) {
+  form->Form_Load();
+  book->write({0, 0, 0, 0, 0}, HeaderTwentyThreeBlanks());
+  picked = CellRangeRef{0, 0, 0, 0, 1048575};  // the whole of column A
+  form->InputButton1_Click();
+  EXPECT_EQ(State().InputRange, (CellRangeRef{0, 0, 0, 0, 23}));
+  EXPECT_EQ(form->Miss->text(), "4");
+  // Picking the same range again tabulates, but the sample is not read again.
+  book->write({0, 0, 1, 0, 0}, Column({"n:100"}));
+  form->BinsBox->setText("3");
+  form->InputButton1_Click();
+  EXPECT_EQ(form->TextBox8->text(), "20");
+  EXPECT_EQ(form->DAS_BarChart1->barCount(), 5) << "the knob's number of bins again";
+  // The next refresh reads the changed cells.
+  form->Resetme_Click();
+  EXPECT_EQ(form->TextBox8->text(), "100");
+}
+
 TEST_F(MainWindowTest, RefusedRanges) {
   // Two non-empty cells are too few: nothing is taken.
   Take(Column({"h:x", "n:1"}));

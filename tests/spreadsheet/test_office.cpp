@@ -91,7 +91,7 @@ TEST_F(OfficeTest, WorksheetFunctionsMatchTheOffice) {
   } rounds[] = {{2.675, 2}, {-2.5, 0}, {2.5, 0}, {1.005, 2}, {0.285, 2}, {-0.125, 2}, {1234.5, -1},
                 {0.1 + 0.2, 1}, {1e15 + 0.5, 0}, {0.49999999999999994, 0}, {330.88535, 4}, {5.55, 1}, {-1.45, 1}, {2.345e-7, 9}};
   for (const RoundCase& c : rounds)
-    EXPECT_EQ(Round(c.x, int(c.d)), office().callFunction("ROUND", c.x, c.d)) << c.x << ", " << c.d;
+    EXPECT_EQ(Round(c.x, int(c.d)), office().callScalar("ROUND", {c.x, c.d})) << c.x << ", " << c.d;
 
   std::mt19937_64 gen(7);
   std::lognormal_distribution<double> dist(1.0, 0.8);
@@ -124,6 +124,10 @@ TEST_F(OfficeTest, RangeFunctionsMatchTheOffice) {
   EXPECT_EQ(*Min(b), office().callFunction("MIN", *book, r));
   EXPECT_EQ(*Max(b), office().callFunction("MAX", *book, r));
   EXPECT_NEAR(*Kurt(b), office().callFunction("KURT", *book, r), 1e-13);
+  for (const char* c : {"7", "3", "head", "12", "x", "-2.5", "8"})
+    EXPECT_EQ(double(CountIf(b, c)), office().callFunction("COUNTIF", *book, r, c)) << c;
+  for (double x : {0.5, 2.0, 1e-300, 12345.678}) EXPECT_EQ(*Ln(x), office().callScalar("LN", {x})) << x;
+  for (double x : {2.1, 3.0, 1e-9, 3.3333333333333335}) EXPECT_EQ(CeilingOne(x), office().callScalar("CEILING", {x, 1})) << x;
   EXPECT_NEAR(*Skew(b), office().callFunction("SKEW", *book, r), 1e-13);
   // KURT needs four numbers and a spread: the office refuses as we do.
   book->write({0, 3, 0, 0, 0}, Column({"n:1", "n:1", "n:1", "n:1"}));
