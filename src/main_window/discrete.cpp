@@ -19,9 +19,8 @@ void MainForm::OptionDiscrete_Click() {
   Check1->setVisible(true);
   SSlider11->setVisible(false);
   SSlider22->setVisible(false);
-  // The panel's only labels are the two slider captions, Label13(3) and Label13(4).
-  for (QLabel* caption : Frame55->findChildren<QLabel*>(Qt::FindDirectChildrenOnly))
-    caption->setVisible(false);
+  Label13[3]->setVisible(false);
+  Label13[4]->setVisible(false);
   ListView2->clear();
   // Nothing here chooses bins: the table has one row per value.
   SwitchKnob4->setEnabled(false);

@@ -182,12 +182,12 @@ void MainForm::buildLower() {
   Frame55 = new QGroupBox(QStringLiteral("Truncate range"), this);
   Frame55->setGeometry(Twips(120, 6600, 4332, 2772));
   Frame55->hide();
-  auto* r2l = new QLabel(QStringLiteral("From Right to Left"), Frame55);
-  r2l->setGeometry(10, 20, 200, 18);
+  Label13[3] = new QLabel(QStringLiteral("From Right to Left"), Frame55);
+  Label13[3]->setGeometry(10, 20, 200, 18);
   SSlider22 = new DoubleSlider(Frame55);
   SSlider22->setGeometry(10, 38, 240, 46);
-  auto* l2r = new QLabel(QStringLiteral("From Left to Right "), Frame55);
-  l2r->setGeometry(10, 90, 200, 18);
+  Label13[4] = new QLabel(QStringLiteral("From Left to Right "), Frame55);
+  Label13[4]->setGeometry(10, 90, 200, 18);
   SSlider11 = new DoubleSlider(Frame55);
   SSlider11->setGeometry(10, 108, 240, 46);
   Resetme = new QPushButton(QStringLiteral("\u21ba"), Frame55);
@@ -213,19 +213,20 @@ void MainForm::buildLower() {
   SlideGap->setDecimals(0);
   SlideGap->hide();
 
+  // Three option pairs under the chart: direction, mode, units.
   auto group = [this](int left, const char* a, const char* b, QRadioButton** ra, QRadioButton** rb) {
     auto* box = new QFrame(this);
-    box->setGeometry(Twips(left, 9720, 2500, 330));
+    box->setGeometry(left, 9720 / 15, 198, 22);
     *ra = new QRadioButton(QString::fromLatin1(a), box);
-    (*ra)->setGeometry(0, 0, 85, 20);
+    (*ra)->setGeometry(0, 0, 96, 20);
     *rb = new QRadioButton(QString::fromLatin1(b), box);
-    (*rb)->setGeometry(85, 0, 85, 20);
+    (*rb)->setGeometry(100, 0, 96, 20);
     (*ra)->setChecked(true);
     setBold(*ra, true);
   };
-  group(4800, "Vertical", "Horizontal", &Option2, &Option1);
-  group(7400, "Continuous", "Discrete", &OptionContinuous, &OptionDiscrete);
-  group(10000, "Freq", "Pct", &OptionButton5, &OptionButton6);
+  group(4800 / 15, "Vertical", "Horizontal", &Option2, &Option1);
+  group(4800 / 15 + 205, "Continuous", "Discrete", &OptionContinuous, &OptionDiscrete);
+  group(4800 / 15 + 410, "Freq", "Pct", &OptionButton5, &OptionButton6);
 
   auto* dec = new QLabel(QStringLiteral("Decimals "), this);
   dec->setGeometry(Twips(12600, 5760, 1100, 300));

@@ -123,6 +123,7 @@ class MainForm : public QWidget {
   QPushButton* CondFormat;
   QPushButton* ThemedButton6;
   QGroupBox* Frame55;
+  QLabel* Label13[5] = {};  // [3] and [4] caption the truncation sliders
   DoubleSlider* SSlider11;
   DoubleSlider* SSlider22;
   QPushButton* Resetme;

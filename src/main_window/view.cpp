@@ -92,9 +92,8 @@ void MainForm::OptionContinuous_Click() {
   SSlider11->setVisible(true);
   SSlider22->setVisible(true);
   Resetme->setVisible(true);
-  // The panel's only labels are the two slider captions, Label13(3) and Label13(4).
-  for (QLabel* caption : Frame55->findChildren<QLabel*>(Qt::FindDirectChildrenOnly))
-    caption->setVisible(true);
+  Label13[3]->setVisible(true);
+  Label13[4]->setVisible(true);
   Disabled->setVisible(false);
   OptionButton5->setChecked(true);
   SwitchKnob4->setEnabled(true);

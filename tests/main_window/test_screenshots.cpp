@@ -1,0 +1,58 @@
+// Pictures of the main window for the README: run with QUANTAVUE_SHOTS=<folder>.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <cmath>
+#include <random>
+
+#include "main_window_fixture.h"
+
+namespace qv::testing {
+namespace {
+
+TEST_F(MainWindowTest, Screenshots) {
+  QString dir = qEnvironmentVariable("QUANTAVUE_SHOTS");
+  if (dir.isEmpty()) GTEST_SKIP() << "set QUANTAVUE_SHOTS to a folder to take the pictures";
+  QDir().mkpath(dir);
+  CellBlock col;
+  col.resize(201, 1);
+  col.setText(0, "Delivery time (h)");
+  std::mt19937_64 gen(20261123);
+  std::gamma_distribution<double> dist(4.0, 6.0);
+  for (int i = 1; i < 201; ++i) col.setNumber(i, std::round(dist(gen) * 10) / 10);
+  form->Form_Load();
+  form->show();
+  Take(col);
+  form->SwitchKnob4->setSetting("9");
+  form->SwitchKnob4_Change();
+  auto shoot = [&](const char* name) {
+    QApplication::processEvents();
+    form->DAS_BarChart1->redraw();
+    ASSERT_TRUE(form->grab().save(dir + "/" + name));
+  };
+  shoot("main-window.png");
+  form->OptionButton6->click();
+  shoot("main-window-pct.png");
+  form->OptionButton5->click();  // back to counts: five bins again
+  form->ThemedButton6->click();
+  form->SSlider22->setPosition(45);
+  form->SSlider22_MouseUp();
+  shoot("main-window-truncated.png");
+  form->OptionDiscrete->click();  // the truncated sample still has many values
+  form->OptionContinuous->click();
+  // A discrete variable: a rating from 1 to 6.
+  CellBlock rating;
+  rating.resize(61, 1);
+  rating.setText(0, "Rating");
+  std::discrete_distribution<int> r({2, 5, 9, 12, 7, 3});
+  for (int i = 1; i < 61; ++i) rating.setNumber(i, r(gen) + 1);
+  Take(rating, {0, 2, 0, 0, 0});
+  form->OptionDiscrete->click();
+  if (!form->Frame55->isVisible()) form->ThemedButton6->click();
+  form->ListView2->setChecked(form->ListView2->count() - 1, false);  // leave out the largest value
+  form->Resetme->click();
+  shoot("main-window-discrete.png");
+}
+
+}  // namespace
+}  // namespace qv::testing
