@@ -26,6 +26,8 @@ void MainForm::OptionDiscrete_Click() {
   SwitchKnob4->setEnabled(false);
   SSliderInterval->setEnabled(false);
   Disabled->setVisible(true);
+  ThemedButton[4]->setVisible(true);
+  ThemedButton[5]->setVisible(false);
   BinsBox->setEnabled(false);
   BinsNumber->setEnabled(false);
   for (QRadioButton* option : OptionBinning) option->setEnabled(false);  // the options' frame

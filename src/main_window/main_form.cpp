@@ -170,8 +170,14 @@ void MainForm::buildTab() {
 }
 
 void MainForm::buildLower() {
-  auto* highlightHelp = new QPushButton(QStringLiteral("?"), this);
-  highlightHelp->setGeometry(Twips(120, 5760, 300, 288));
+  auto help = [this](int n, QWidget* parent, QRect where) {
+    ThemedButton[n] = new QPushButton(QStringLiteral("?"), parent);
+    ThemedButton[n]->setGeometry(where);
+  };
+  help(8, this, Twips(120, 5760, 300, 288));
+  help(1, FrameBinning[0], QRect(340, 18, 22, 22));
+  help(3, FrameBinning[1], QRect(340, 18, 22, 22));
+  help(2, FrameBinning[2], QRect(340, 18, 22, 22));
   ComboHighlight = new QComboBox(this);
   ComboHighlight->setGeometry(Twips(480, 5760, 2532, 288));
   CondFormat = new QPushButton(QStringLiteral("Clear highlight"), this);
@@ -193,6 +199,9 @@ void MainForm::buildLower() {
   Resetme = new QPushButton(QStringLiteral("\u21ba"), Frame55);
   Resetme->setGeometry(256, 60, 32, 32);
   Resetme->setToolTip(QStringLiteral("Reset sliders"));
+  help(5, Frame55, QRect(256, 130, 32, 24));
+  help(4, Frame55, QRect(256, 130, 32, 24));
+  ThemedButton[4]->hide();  // the discrete mode's help
   ListView2 = new CheckList(Frame55);
   ListView2->setGeometry(10, 20, 240, 130);
   ListView2->hide();
@@ -279,6 +288,10 @@ void MainForm::connectHandlers() {
   onSelect(OptionDiscrete, &MainForm::OptionDiscrete_Click);
   connect(SlideGap, &DoubleSlider::valueChanged, this, [this] { SlideGap_Change(); });
   connect(Check1, &QCheckBox::clicked, this, [this] { Check1_Click(); });
+  for (int n : {1, 2, 3, 4, 5, 8})
+    connect(ThemedButton[n], &QPushButton::clicked, this, [n] { State().HelpTopic = n; });
+  // The decimals are chosen from the list only: typed keys are discarded.
+  DecimalCombo->installEventFilter(this);
 }
 
 void MainForm::Form_Load() {
@@ -349,6 +362,11 @@ void MainForm::changeEvent(QEvent* event) {
       if (w != this && w->isVisible()) w->showMinimized();
   }
   QWidget::changeEvent(event);
+}
+
+bool MainForm::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == DecimalCombo && event->type() == QEvent::KeyPress) return true;
+  return QWidget::eventFilter(watched, event);
 }
 
 void MainForm::closeEvent(QCloseEvent* event) {

@@ -138,6 +138,8 @@ class MainForm : public QWidget {
   QRadioButton *OptionButton5, *OptionButton6;
   QComboBox* DecimalCombo;
   QPushButton* SonicClick16;
+  // The "?" buttons: ThemedButton[1], [2], [3], [4], [5] and [8]; the others stay null.
+  QPushButton* ThemedButton[9] = {};
 
   bool UseSelection = false;
   QString SheetName;
@@ -146,6 +148,7 @@ class MainForm : public QWidget {
  protected:
   void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void buildStrip();

@@ -95,6 +95,8 @@ void MainForm::OptionContinuous_Click() {
   Label13[3]->setVisible(true);
   Label13[4]->setVisible(true);
   Disabled->setVisible(false);
+  ThemedButton[4]->setVisible(false);
+  ThemedButton[5]->setVisible(true);
   OptionButton5->setChecked(true);
   SwitchKnob4->setEnabled(true);
   SSliderInterval->setEnabled(true);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QSlider>
+#include <QTest>
 
 #include "main_window_fixture.h"
 
@@ -117,6 +118,27 @@ TEST_F(MainWindowTest, BarDirectionAndGap) {
   EXPECT_TRUE(form->DAS_BarChart1->isVertical());
   EXPECT_EQ(form->DAS_BarChart1->gap(), 55);
   EXPECT_EQ(BarValues(*form), (std::vector<double>{1, 0, 1, 0, 2}));
+}
+
+}  // namespace
+}  // namespace qv::testing
+
+namespace qv::testing {
+namespace {
+
+TEST_F(MainWindowTest, DecimalsAreChosenFromTheListOnlyAndHelpButtonsSetTheTopic) {
+  form->Form_Load();
+  Take(HeaderTwentyThreeBlanks());
+  QTest::keyClick(form->DecimalCombo, Qt::Key_4);
+  EXPECT_EQ(form->DecimalCombo->currentText(), "2");
+  EXPECT_EQ(form->TextBox3->text(), "5.92");
+  for (int n : {1, 2, 3, 5, 8}) {
+    form->ThemedButton[n]->click();
+    EXPECT_EQ(State().HelpTopic, n);
+  }
+  form->OptionDiscrete->click();
+  EXPECT_TRUE(form->ThemedButton[4]->isVisibleTo(form->Frame55));
+  EXPECT_FALSE(form->ThemedButton[5]->isVisibleTo(form->Frame55));
 }
 
 }  // namespace
