@@ -137,3 +137,23 @@ TEST_F(OfficeTest, RangeFunctionsMatchTheOffice) {
 
 }  // namespace
 }  // namespace qv::testing
+
+namespace qv::testing {
+namespace {
+
+class ShownBookTest : public OfficeTest {
+ protected:
+  bool hiddenBook() const override { return false; }
+};
+
+TEST_F(ShownBookTest, CancelledPickGivesNoRange) {
+  int waits = 0;
+  auto picked = book->pickRange("Select a range in one column, header is first cell", [&] {
+    if (++waits == 1) book->abortPick();  // the user cancels
+    ASSERT_LT(waits, 1000) << "the picker never returned";
+  });
+  EXPECT_FALSE(picked.has_value());
+}
+
+}  // namespace
+}  // namespace qv::testing
