@@ -63,18 +63,7 @@ void MainForm::Check1_Click() {
 
 bool MainForm::LoadDiscreteSample() {
   AnalysisState& s = State();
-  // A read that fails leaves the sample in hand, as LoadSample does.
-  try {
-    std::optional<CellRangeRef> named = s.ActiveBook->resolveName(kDataName);
-    if (!named) throw OfficeError("The workbook no longer holds the range's name");
-    s.InputRange = named;
-    ReadCells(*named);
-  } catch (const OfficeError& e) {
-    s.LastRead.reset();
-    NumberOfValues->setText(QString::fromStdString(e.what()));
-    NumberOfValues->show();
-    return false;
-  }
+  if (!ReadNamedRange()) return false;
   // No bounds here: the ticks are the filter, and each cell keeps its multiplicity.
   s.SampleValues = FilterCheckedValues(s.LastRead->sortedDiscrete, s.CheckedValues, decimalMark());
   return true;

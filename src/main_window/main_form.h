@@ -158,6 +158,9 @@ class MainForm : public QWidget {
   void setBold(QWidget* w, bool bold);
   // The range's cells, read and sorted once and kept while they stay unchanged.
   const RangeRead& ReadCells(const CellRangeRef& range);
+  // Resolves the workbook name and reads its cells; false, with the message shown, when
+  // the office fails.
+  bool ReadNamedRange();
   void applyTabulation(const Tabulation& t);
   bool inHandler_ = false;
 };

@@ -131,7 +131,7 @@ const RangeRead& MainForm::ReadCells(const CellRangeRef& range) {
   return *s.LastRead;
 }
 
-bool MainForm::LoadSample() {
+bool MainForm::ReadNamedRange() {
   AnalysisState& s = State();
   // A read that fails leaves the sample in hand, not half a record.
   try {
@@ -145,6 +145,12 @@ bool MainForm::LoadSample() {
     NumberOfValues->show();
     return false;
   }
+  return true;
+}
+
+bool MainForm::LoadSample() {
+  AnalysisState& s = State();
+  if (!ReadNamedRange()) return false;
   const std::vector<double>& all = s.LastRead->sortedNumbers;
   if (s.TruncationActive) {
     s.TruncationHigh = SSlider22->position();
