@@ -8,6 +8,8 @@
 
 #include "analysis_state.h"
 #include "bin_rules.h"
+#include "copy_action.h"
+#include "normality_window.h"
 #include "worksheet_functions.h"
 
 namespace qv {
@@ -288,6 +290,11 @@ void MainForm::connectHandlers() {
   onSelect(OptionDiscrete, &MainForm::OptionDiscrete_Click);
   connect(SlideGap, &DoubleSlider::valueChanged, this, [this] { SlideGap_Change(); });
   connect(Check1, &QCheckBox::clicked, this, [this] { Check1_Click(); });
+  connect(Normality, &QPushButton::clicked, this, [this] { ShowNormalityTests(); });
+  connect(CopyPaste, &QPushButton::clicked, this, [this] {
+    SendPrintScreen(this);
+    PlayCopySound();
+  });
   for (int n : {1, 2, 3, 4, 5, 8})
     connect(ThemedButton[n], &QPushButton::clicked, this, [n] { State().HelpTopic = n; });
   // The decimals are chosen from the list only: typed keys are discarded.
@@ -333,6 +340,18 @@ void MainForm::Form_Load() {
     // Counting the selection failed (a picture is selected): the window closes.
     close();
   }
+}
+
+void MainForm::ShowNormalityTests() {
+  AnalysisState& s = State();
+  NormalityInput input;
+  input.sample = s.SampleValues;
+  input.rangeTaken = s.InputRange.has_value();
+  input.rangeCount = s.LastRead ? Count(s.LastRead->cells) : 0;
+  input.truncated = Label8->text() == QStringLiteral("*Min") || Label12->text() == QStringLiteral("*Max");
+  input.significanceLevel = &s.SignificanceLevel;
+  NormalityTests window(std::move(input), this);
+  window.exec();  // modal: the sample stands still while it is open
 }
 
 void MainForm::ShowNotice(const QString& text) {

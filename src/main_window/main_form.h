@@ -41,6 +41,7 @@ class MainForm : public QWidget {
 
   void Form_Load();
   void ShowNotice(const QString& text);
+  void ShowNormalityTests();
 
   // Intake and refresh.
   void InputButton1_Click();

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QTest>
+#include <QTimer>
+
+#include "normality_window.h"
 
 #include "main_window_fixture.h"
 
@@ -154,6 +157,34 @@ TEST_F(MainWindowTest, TruncationFollowsTheSheetAndRefusesCrossing) {
   EXPECT_EQ(form->Label8->text(), "MIN");
   EXPECT_EQ(form->TextBox1->text(), "20");
   EXPECT_EQ(form->TextBox4->text(), "2");
+}
+
+}  // namespace
+}  // namespace qv::testing
+
+namespace qv::testing {
+namespace {
+
+TEST_F(MainWindowTest, NormalityWindowOpensOnTheTruncatedSample) {
+  form->Form_Load();
+  CellBlock col = HeaderTwentyThreeBlanks();
+  Take(col);
+  form->SSlider22->setPosition(15);
+  form->SSlider22_MouseUp();
+  QString used, stat;
+  bool truncatedShown = false;
+  QTimer::singleShot(0, [&] {
+    auto* w = qobject_cast<NormalityTests*>(QApplication::activeModalWidget());
+    ASSERT_NE(w, nullptr);
+    used = w->TestUsed->text();
+    stat = w->TestStat->text();
+    truncatedShown = w->Transform->isVisibleTo(w);
+    w->close();
+  });
+  form->Normality->click();
+  EXPECT_EQ(used, "Anderson Darling test");
+  EXPECT_FALSE(stat.isEmpty());
+  EXPECT_TRUE(truncatedShown);
 }
 
 }  // namespace
