@@ -5,6 +5,11 @@
 #include <cmath>
 #include <random>
 
+#include <QTimer>
+
+#include "normality_window.h"
+#include "switch_knob.h"
+
 #include "main_window_fixture.h"
 
 namespace qv::testing {
@@ -38,6 +43,21 @@ TEST_F(MainWindowTest, Screenshots) {
   form->SSlider22->setPosition(45);
   form->SSlider22_MouseUp();
   shoot("main-window-truncated.png");
+  // The normality window on the truncated sample, one picture per test.
+  QTimer::singleShot(0, [&] {
+    auto* w = qobject_cast<NormalityTests*>(QApplication::activeModalWidget());
+    ASSERT_NE(w, nullptr);
+    const char* names[] = {"", "normality-shapiro-wilk.png", "normality-anderson-darling.png",
+                           "normality-jarque-bera.png", "normality-lilliefors.png"};
+    for (int k : {2, 1, 3, 4}) {
+      w->SwitchKnob4->setSetting(QString::number(k));
+      w->SwitchKnob4_Change(QString::number(k));
+      QApplication::processEvents();
+      w->grab().save(dir + "/" + names[k]);
+    }
+    w->close();
+  });
+  form->Normality->click();
   form->OptionDiscrete->click();  // the truncated sample still has many values
   form->OptionContinuous->click();
   // A discrete variable: a rating from 1 to 6.
