@@ -329,7 +329,7 @@ void MainForm::Form_Load() {
     // A spreadsheet's sheets are all worksheets here, so the intake is always tried.
     Selection sel = s.ActiveBook->selection();
     std::int64_t numbers = 0;
-    for (const CellRangeRef& a : sel.areas) numbers += Count(s.ActiveBook->read(a));
+    for (const CellRangeRef& a : sel.areas) numbers += Count(s.ActiveBook->readUsed(a));
     if (numbers > 3) {
       UseSelection = true;
       InputButton1_Click();

@@ -97,6 +97,9 @@ class Workbook {
 
   // The value of a range in bulk calls, every cell with its kind.
   CellBlock read(const CellRangeRef& range);
+  // The same for the used part of a range only: the cells that can hold anything, so a
+  // whole column selected is not read to its last row. Empty when nothing is used there.
+  CellBlock readUsed(const CellRangeRef& range);
   // Formula cells of a range whose result is an error.
   std::vector<CellRangeRef> errorFormulaCells(const CellRangeRef& range);
   void select(const std::vector<CellRangeRef>& areas);

@@ -539,6 +539,12 @@ CellBlock Workbook::read(const CellRangeRef& r) {
   });
 }
 
+CellBlock Workbook::readUsed(const CellRangeRef& r) {
+  std::optional<CellRangeRef> used = usedRange(r.sheet);
+  std::optional<CellRangeRef> part = used ? Intersect(r, *used) : std::nullopt;
+  return part ? read(*part) : CellBlock{};
+}
+
 std::vector<CellRangeRef> Workbook::errorFormulaCells(const CellRangeRef& r) {
   return Guard("looking for error cells", [&] {
     Reference<sheet::XCellRangesQuery> query(impl_->range(r), UNO_QUERY_THROW);

@@ -38,7 +38,7 @@ void MainForm::InputButton1_Click() {
       s.InputRange = sel.areas.front();
       if (sel.areas.size() > 1) {
         std::int64_t nonEmpty = 0;
-        for (const CellRangeRef& a : sel.areas) nonEmpty += CountA(current->read(a));
+        for (const CellRangeRef& a : sel.areas) nonEmpty += CountA(current->readUsed(a));
         if (nonEmpty < 3) {
           s.InputRange.reset();
           showNormal();
@@ -50,11 +50,8 @@ void MainForm::InputButton1_Click() {
       }
     }
     CellRangeRef range = *s.InputRange;
-    // A header and two values are the least that is taken. Counted on the used part:
-    // the same count, without reading a whole empty column.
-    std::optional<CellRangeRef> usedPart;
-    if (auto used = current->usedRange(range.sheet)) usedPart = Intersect(range, *used);
-    if (!usedPart || CountA(current->read(*usedPart)) < 3) {
+    // A header and two values are the least that is taken.
+    if (CountA(current->readUsed(range)) < 3) {
       s.InputRange.reset();
       showNormal();
       return;

@@ -157,3 +157,17 @@ TEST_F(ShownBookTest, CancelledPickGivesNoRange) {
 
 }  // namespace
 }  // namespace qv::testing
+
+namespace qv::testing {
+namespace {
+
+TEST_F(OfficeTest, ReadUsedStopsAtTheUsedArea) {
+  book->write({0, 0, 0, 0, 0}, Column({"h:x", "n:1", "n:2"}));
+  CellBlock whole = book->readUsed({0, 0, 0, 0, 1048575});
+  EXPECT_EQ(whole.rows, 3);
+  EXPECT_EQ(CountA(whole), 3);
+  EXPECT_EQ(book->readUsed({0, 5, 0, 5, 1048575}).size(), 0) << "column F holds nothing";
+}
+
+}  // namespace
+}  // namespace qv::testing
