@@ -12,6 +12,7 @@
 namespace qv::testing {
 namespace {
 
+// Listed as "1", "2", "3" in rows 0, 1, 2, counted 2, 1 and 3.
 CellBlock OnesTwoThrees() { return Column({"h:x", "n:1", "n:1", "n:2", "n:3", "n:3", "n:3"}); }
 
 // A header over the numbers 1..n.
@@ -23,136 +24,104 @@ CellBlock Distinct(int n) {
   return b;
 }
 
-QStringList Rows(const MainForm& f) {
-  QStringList rows;
-  for (int i = 0; i < f.ListView2->count(); ++i) rows << f.ListView2->text(i);
-  return rows;
+// The bars as "label:value ...".
+std::string Bars(const MainForm& f) {
+  QStringList out;
+  for (int i = 0; i < f.DAS_BarChart1->barCount(); ++i)
+    out << f.DAS_BarChart1->barLabel(i) + ":" + QString::number(f.DAS_BarChart1->barValue(i), 'g', 17);
+  return out.join(" ").toStdString();
 }
 
-QStringList BarLabels(const MainForm& f) {
-  QStringList labels;
-  for (int i = 0; i < f.DAS_BarChart1->barCount(); ++i) labels << f.DAS_BarChart1->barLabel(i);
-  return labels;
+// The mode as the window shows it: the panel's title and whether it is open; '1' or '0'
+// for each part shown in the panel (the list, Check1, Resetme, the truncation sliders and
+// their captions, the help buttons [4] and [5]) and for Disabled; '1' or '0' for each bin
+// control enabled; the bold mode option.
+std::string Mode(const MainForm& f) {
+  std::string out = f.Frame55->title().toStdString() + (f.Frame55->isVisibleTo(&f) ? " open " : " closed ");
+  for (const QWidget* w : std::initializer_list<const QWidget*>{f.ListView2, f.Check1, f.Resetme, f.SSlider11,
+       f.SSlider22, f.Label13[3], f.Label13[4], f.ThemedButton[4], f.ThemedButton[5]})
+    out += w->isVisibleTo(f.Frame55) ? '1' : '0';
+  out += f.Disabled->isVisibleTo(&f) ? "1 " : "0 ";
+  for (const QWidget* w : std::initializer_list<const QWidget*>{f.SwitchKnob4, f.SSliderInterval, f.BinsBox,
+       f.BinsNumber, f.FrameBinning[0], f.OptionBinning[2]})
+    out += w->isEnabled() ? '1' : '0';
+  if (f.OptionDiscrete->font().bold()) out += " discrete";
+  return out + (f.OptionContinuous->font().bold() ? " continuous" : "");
 }
 
-// The row of the list that shows this value.
-int RowOf(const MainForm& f, const QString& text) {
-  for (int i = 0; i < f.ListView2->count(); ++i)
-    if (f.ListView2->text(i) == text) return i;
-  return -1;
-}
-
-bool SliderCaptionsVisible(const MainForm& f) {
-  bool any = false;
-  for (QLabel* l : f.Frame55->findChildren<QLabel*>(Qt::FindDirectChildrenOnly))
-    any = any || l->isVisibleTo(f.Frame55);
-  return any;
-}
-
-TEST_F(MainWindowTest, DiscreteModeListsTheValuesAndAppliesTheTicks) {
+TEST_F(MainWindowTest, DiscreteModeAppliesTheTicksAndContinuousModeForgetsThem) {
   form->Form_Load();
   Take(OnesTwoThrees());
   form->ThemedButton6->click();
   form->OptionDiscrete->click();
   EXPECT_TRUE(notices.isEmpty()) << notices.join("|").toStdString();
-
-  EXPECT_EQ(Rows(*form), (QStringList{"1", "2", "3"}));
-  EXPECT_EQ(form->ListView2->key(2), "K3");
-  EXPECT_EQ(form->ListView2->checkedTexts().size(), 3);
+  EXPECT_EQ(form->ListView2->checkedTexts(), (QStringList{"1", "2", "3"}));
   EXPECT_TRUE(form->Check1->isChecked());
-  EXPECT_EQ(BarValues(*form), (std::vector<double>{2, 1, 3}));
-  EXPECT_EQ(BarLabels(*form), (QStringList{"1", "2", "3"}));
-  EXPECT_EQ(form->DAS_BarChart1->barKey(0), "01");
+  EXPECT_EQ(Bars(*form), "1:2 2:1 3:3");
   EXPECT_EQ(form->DAS_BarChart1->barColor(1), QColor(255, 0, 0));
   EXPECT_EQ(form->DAS_BarChart1->scaleTop(), 3);
   EXPECT_EQ(form->TextBox1->text(), "6") << "listing leaves the sample alone";
-
-  // The lower area in discrete mode.
-  EXPECT_EQ(form->Frame55->title(), "Discrete valuses to include/exclude");
-  EXPECT_TRUE(form->Frame55->isVisibleTo(form)) << "the panel stays as it was";
-  EXPECT_TRUE(form->ListView2->isVisibleTo(form->Frame55));
-  EXPECT_TRUE(form->Check1->isVisibleTo(form->Frame55));
-  EXPECT_TRUE(form->Resetme->isVisibleTo(form->Frame55));
-  EXPECT_FALSE(form->SSlider11->isVisibleTo(form->Frame55));
-  EXPECT_FALSE(form->SSlider22->isVisibleTo(form->Frame55));
-  EXPECT_FALSE(SliderCaptionsVisible(*form));
-  EXPECT_TRUE(form->Disabled->isVisibleTo(form));
-  for (QWidget* w : {static_cast<QWidget*>(form->SwitchKnob4), static_cast<QWidget*>(form->SSliderInterval),
-                     static_cast<QWidget*>(form->BinsBox), static_cast<QWidget*>(form->BinsNumber),
-                     static_cast<QWidget*>(form->FrameBinning[0]), static_cast<QWidget*>(form->OptionBinning[2])})
-    EXPECT_FALSE(w->isEnabled()) << w->metaObject()->className();
-  EXPECT_TRUE(form->OptionDiscrete->font().bold());
-  EXPECT_FALSE(form->OptionContinuous->font().bold());
+  EXPECT_EQ(Mode(*form), "Discrete valuses to include/exclude open 1110000101 000000 discrete") << "the panel stays";
 
   // A tick alone changes nothing; Resetme applies it.
-  form->ListView2->setChecked(RowOf(*form, "2"), false);
+  form->ListView2->setChecked(1, false);
   EXPECT_EQ(form->DAS_BarChart1->barCount(), 3);
   form->Resetme->click();
   EXPECT_EQ(State().SampleValues, (std::vector<double>{1, 1, 3, 3, 3}));
   EXPECT_EQ(form->TextBox1->text(), "5");
-  EXPECT_EQ(BarValues(*form), (std::vector<double>{2, 3}));
-  EXPECT_EQ(BarLabels(*form), (QStringList{"1", "3"}));
-  EXPECT_EQ(form->Label8->text(), "MIN") << "1 is still the minimum";
-  EXPECT_EQ(form->Label12->text(), "MAX");
+  EXPECT_EQ(Bars(*form), "1:2 3:3");
+  EXPECT_EQ(form->Label8->text() + form->Label12->text(), "MINMAX") << "1 and 3 are still the ends";
 
   // Without the largest value the sample is marked as cut.
-  form->ListView2->setChecked(RowOf(*form, "3"), false);
+  form->ListView2->setChecked(2, false);
   form->Resetme->click();
   EXPECT_EQ(form->TextBox1->text(), "2");
   EXPECT_EQ(form->TextBox8->text(), "1");
   EXPECT_EQ(form->Label12->text(), "*Max");
-  EXPECT_EQ(BarValues(*form), (std::vector<double>{2}));
-}
+  EXPECT_EQ(Bars(*form), "1:2");
 
-TEST_F(MainWindowTest, UntickedZeroStaysOut) {
-  form->Form_Load();
-  Take(Column({"h:x", "n:0", "n:0", "n:1", "n:2", "n:2"}));
+  // Back to continuous mode: every value, the continuous setup, and counts.
+  form->OptionButton6->click();  // leaving from Pct selects Freq on the way
+  form->OptionContinuous->click();
+  EXPECT_TRUE(notices.isEmpty()) << notices.join("|").toStdString();
+  EXPECT_EQ(form->TextBox1->text(), "6");
+  EXPECT_EQ(BarValues(*form), (std::vector<double>{2, 0, 1, 0, 3}));
+  EXPECT_FALSE(form->DAS_BarChart1->percentTickSuffix());
+  EXPECT_TRUE(form->OptionButton5->isChecked());
+  EXPECT_TRUE(form->OptionButton5->font().bold() && !form->OptionButton6->font().bold());
+  EXPECT_EQ(Mode(*form), "Truncarte range closed 0011111010 111111 continuous");
+  EXPECT_EQ(form->DAS_BarChart1->barColor(0), form->palette().color(QPalette::Button));
   form->OptionDiscrete->click();
-  ASSERT_EQ(Rows(*form), (QStringList{"0", "1", "2"}));
-  form->ListView2->setChecked(0, false);
-  form->Resetme->click();
-  EXPECT_EQ(State().SampleValues, (std::vector<double>{1, 2, 2}));
-  EXPECT_EQ(form->Label8->text(), "*Min");
-  EXPECT_EQ(BarLabels(*form), (QStringList{"1", "2"}));
+  EXPECT_EQ(form->ListView2->checkedTexts(), (QStringList{"1", "2", "3"}));
+  EXPECT_EQ(Bars(*form), "1:2 2:1 3:3");
 }
 
+// More than 50 values: a message, no list and no chart; two values: no list and no
+// message, and the chart stays as it was. The window stays in discrete mode.
 TEST_F(MainWindowTest, TheListTakesAtMostFiftyValuesAndAtLeastThree) {
   form->Form_Load();
-  Take(Distinct(50));
-  form->OptionDiscrete->click();
-  EXPECT_TRUE(notices.isEmpty()) << notices.join("|").toStdString();
-  EXPECT_EQ(form->ListView2->count(), 50);
+  struct Case { int values, listed, bars; const char* notice; } cases[] = {  // bars -1: as before
+      {51, 0, 0, "More then 50 discrete different values detected!"}, {2, 0, -1, nullptr}, {50, 50, 50, nullptr}};
+  for (const Case& c : cases) {
+    form->OptionContinuous->click();
+    Take(Distinct(c.values), {0, c.values, 0, c.values, 0});
+    const int before = form->DAS_BarChart1->barCount();
+    notices.clear();
+    form->OptionDiscrete->click();
+    EXPECT_EQ(notices, c.notice ? QStringList{c.notice} : QStringList()) << c.values;
+    EXPECT_EQ(form->ListView2->count(), c.listed) << c.values;
+    EXPECT_EQ(form->DAS_BarChart1->barCount(), c.bars < 0 ? before : c.bars) << c.values;
+    EXPECT_TRUE(form->OptionDiscrete->isChecked() && form->Disabled->isVisibleTo(form)) << c.values;
+    EXPECT_EQ(form->TextBox1->text(), QString::number(c.values));
+  }
   EXPECT_EQ(form->ListView2->text(49), "50");
-  EXPECT_EQ(form->DAS_BarChart1->barCount(), 50);
   EXPECT_EQ(form->DAS_BarChart1->barKey(9), "10");
-
-  form->OptionContinuous->click();
-  Take(Distinct(51), {0, 1, 0, 1, 0});
-  form->OptionDiscrete->click();
-  ASSERT_EQ(notices.size(), 1);
-  EXPECT_EQ(notices[0], "More then 50 discrete different values detected!");
-  EXPECT_EQ(form->ListView2->count(), 0);
-  EXPECT_EQ(form->DAS_BarChart1->barCount(), 0);
-  EXPECT_TRUE(form->OptionDiscrete->isChecked()) << "the window stays in discrete mode";
-  EXPECT_TRUE(form->Disabled->isVisibleTo(form));
-  EXPECT_EQ(form->TextBox1->text(), "51");
-
-  // Two values: no list and no message; the chart stays as it was.
-  notices.clear();
-  form->OptionContinuous->click();
-  Take(Column({"h:x", "n:1", "n:2"}), {0, 2, 0, 2, 0});
-  int bars = form->DAS_BarChart1->barCount();
-  form->OptionDiscrete->click();
-  EXPECT_TRUE(notices.isEmpty()) << notices.join("|").toStdString();
-  EXPECT_EQ(form->ListView2->count(), 0);
-  EXPECT_EQ(form->DAS_BarChart1->barCount(), bars);
 }
 
 TEST_F(MainWindowTest, DiscreteTableWithNothingTickedOrInPercentages) {
   form->Form_Load();
   Take(OnesTwoThrees());
   form->OptionDiscrete->click();
-
   form->OptionButton6->click();
   std::vector<double> pct = BarValues(*form);
   ASSERT_EQ(pct.size(), 3u);
@@ -162,7 +131,7 @@ TEST_F(MainWindowTest, DiscreteTableWithNothingTickedOrInPercentages) {
   EXPECT_TRUE(form->DAS_BarChart1->percentTickSuffix());
   EXPECT_FLOAT_EQ(form->DAS_BarChart1->scaleTop(), 50);
   form->OptionButton5->click();
-  EXPECT_EQ(BarValues(*form), (std::vector<double>{2, 1, 3})) << "counted anew, still discrete";
+  EXPECT_EQ(Bars(*form), "1:2 2:1 3:3") << "counted anew, still discrete";
   EXPECT_FALSE(form->DAS_BarChart1->percentTickSuffix());
   EXPECT_TRUE(form->OptionDiscrete->isChecked());
   EXPECT_EQ(form->ListView2->count(), 3);
@@ -178,49 +147,13 @@ TEST_F(MainWindowTest, DiscreteTableWithNothingTickedOrInPercentages) {
   EXPECT_TRUE(notices.isEmpty()) << notices.join("|").toStdString();
   form->Check1->click();
   form->Resetme->click();
-  EXPECT_EQ(BarValues(*form), (std::vector<double>{2, 1, 3}));
+  EXPECT_EQ(Bars(*form), "1:2 2:1 3:3");
   EXPECT_EQ(form->TextBox1->text(), "6");
 }
 
-TEST_F(MainWindowTest, BackToContinuousForgetsTheTicks) {
-  form->Form_Load();
-  Take(OnesTwoThrees());
-  form->ThemedButton6->click();
-  form->OptionDiscrete->click();
-  form->ListView2->setChecked(RowOf(*form, "2"), false);
-  form->Resetme->click();
-  ASSERT_EQ(form->TextBox1->text(), "5");
-  form->OptionButton6->click();  // leaving from Pct selects Freq on the way
-
-  form->OptionContinuous->click();
-  EXPECT_TRUE(notices.isEmpty()) << notices.join("|").toStdString();
-  EXPECT_EQ(form->TextBox1->text(), "6");
-  EXPECT_EQ(BarValues(*form), (std::vector<double>{2, 0, 1, 0, 3}));
-  EXPECT_FALSE(form->DAS_BarChart1->percentTickSuffix());
-  EXPECT_TRUE(form->OptionButton5->isChecked());
-  EXPECT_TRUE(form->OptionButton5->font().bold());
-  EXPECT_FALSE(form->OptionButton6->font().bold());
-  EXPECT_EQ(form->Frame55->title(), "Truncarte range");
-  EXPECT_FALSE(form->Frame55->isVisibleTo(form));
-  EXPECT_TRUE(form->SSlider22->isVisibleTo(form->Frame55));
-  EXPECT_TRUE(SliderCaptionsVisible(*form));
-  EXPECT_FALSE(form->ListView2->isVisibleTo(form->Frame55));
-  EXPECT_FALSE(form->Disabled->isVisibleTo(form));
-  EXPECT_TRUE(form->SwitchKnob4->isEnabled());
-  EXPECT_TRUE(form->FrameBinning[0]->isEnabled());
-  EXPECT_TRUE(form->OptionBinning[2]->isEnabled());
-  EXPECT_EQ(form->DAS_BarChart1->barColor(0), form->palette().color(QPalette::Button));
-
-  form->OptionDiscrete->click();
-  EXPECT_EQ(Rows(*form), (QStringList{"1", "2", "3"}));
-  EXPECT_EQ(form->ListView2->checkedTexts().size(), 3);
-  EXPECT_EQ(BarValues(*form), (std::vector<double>{2, 1, 3}));
-}
-
-TEST_F(MainWindowTest, DiscreteModeWithNoRangeTaken) {
+TEST_F(MainWindowTest, DiscreteModeWithNoRangeTakenThenAnUntickedZero) {
   form->Form_Load();
   form->OptionDiscrete->click();
-  EXPECT_TRUE(notices.isEmpty());
   EXPECT_EQ(form->ListView2->count(), 0);
   EXPECT_TRUE(form->Disabled->isVisibleTo(form));
   form->Resetme->click();
@@ -228,6 +161,15 @@ TEST_F(MainWindowTest, DiscreteModeWithNoRangeTaken) {
   EXPECT_TRUE(notices.isEmpty());
   EXPECT_EQ(form->DAS_BarChart1->barCount(), 0);
   EXPECT_EQ(form->height(), 1600 / 15);
+  // A zero is a value like any other: unticked, it stays out.
+  Take(Column({"h:x", "n:0", "n:0", "n:1", "n:2", "n:2"}));
+  form->OptionDiscrete->click();
+  ASSERT_EQ(form->ListView2->checkedTexts(), (QStringList{"0", "1", "2"}));
+  form->ListView2->setChecked(0, false);
+  form->Resetme->click();
+  EXPECT_EQ(State().SampleValues, (std::vector<double>{1, 2, 2}));
+  EXPECT_EQ(form->Label8->text(), "*Min");
+  EXPECT_EQ(Bars(*form), "1:1 2:2");
 }
 
 }  // namespace
