@@ -125,15 +125,9 @@ double BinomialFraction(double i, double j, double p, double q, double d, bool u
     a2 = c3 * a1 + t * a2;
     b2 = c3 * b1 + t * b2;
     if (std::fabs(b2) > kScaleUp) {
-      a1 *= kScaleDown;
-      b1 *= kScaleDown;
-      a2 *= kScaleDown;
-      b2 *= kScaleDown;
+      Rescale(kScaleDown, a1, b1, a2, b2);
     } else if (std::fabs(b2) < kScaleDown) {
-      a1 *= kScaleUp;
-      b1 *= kScaleUp;
-      a2 *= kScaleUp;
-      b2 *= kScaleUp;
+      Rescale(kScaleUp, a1, b1, a2, b2);
     }
     if (c2 < 0 && tol > 1e-15) tol = 1e-15;
   }

@@ -97,15 +97,9 @@ double StudentTail(double p, double q, double lq, double k, double& density) {
       t2 = t2 - q8;
       c = c + c8;
       if (std::fabs(b2) > kScaleUp) {
-        a1 *= kScaleDown;
-        b1 *= kScaleDown;
-        a2 *= kScaleDown;
-        b2 *= kScaleDown;
+        Rescale(kScaleDown, a1, b1, a2, b2);
       } else if (std::fabs(b2) < kScaleDown) {
-        a1 *= kScaleUp;
-        b1 *= kScaleUp;
-        a2 *= kScaleUp;
-        b2 *= kScaleUp;
+        Rescale(kScaleUp, a1, b1, a2, b2);
       }
     }
     tail = (1 - q / ((k - 1) * p + 3 - 6 * q * a2 / b2)) * e / std::sqrt(p * k);

@@ -41,10 +41,7 @@ double ExpMinusOne(double x) {
     b2 = y * b2 + c * b1;
     c = c + 2;
     if (b2 > kScaleUp) {
-      a1 *= kScaleDown;
-      b1 *= kScaleDown;
-      a2 *= kScaleDown;
-      b2 *= kScaleDown;
+      Rescale(kScaleDown, a1, b1, a2, b2);
     }
   }
   return a2 * x / b2;
@@ -72,15 +69,9 @@ double LogSeriesFraction(double x, double i, double d) {
     a2 = c4 * a1 - c3 * a2;
     b2 = c4 * b1 - c3 * b2;
     if (b2 > kScaleUp) {
-      a1 *= kScaleDown;
-      b1 *= kScaleDown;
-      a2 *= kScaleDown;
-      b2 *= kScaleDown;
+      Rescale(kScaleDown, a1, b1, a2, b2);
     } else if (b2 < kScaleDown) {
-      a1 *= kScaleUp;
-      b1 *= kScaleUp;
-      a2 *= kScaleUp;
-      b2 *= kScaleUp;
+      Rescale(kScaleUp, a1, b1, a2, b2);
     }
   }
   return a2 / b2;

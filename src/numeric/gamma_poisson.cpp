@@ -114,10 +114,7 @@ double PoissonLowerTail(double k, double y, double d) {
     a2 = c3 * a1 + t * a2;
     b2 = c3 * b1 + t * b2;
     if (b2 > kScaleUp) {
-      a1 *= kScaleDown;
-      b1 *= kScaleDown;
-      a2 *= kScaleDown;
-      b2 *= kScaleDown;
+      Rescale(kScaleDown, a1, b1, a2, b2);
     }
     // Once the count has run below zero the terms alternate: ask for one more digit.
     if (c2 < 0 && tol > 1e-15) tol = 1e-15;
@@ -150,10 +147,7 @@ double PoissonUpperFraction(double k, double y, double d) {
     a2 = c3 * a1 + c1 * a2;
     b2 = c3 * b1 + c1 * b2;
     if (b2 > kScaleUp) {
-      a1 *= kScaleDown;
-      b1 *= kScaleDown;
-      a2 *= kScaleDown;
-      b2 *= kScaleDown;
+      Rescale(kScaleDown, a1, b1, a2, b2);
     }
   }
   double f = a2 / b2;

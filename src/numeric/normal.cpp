@@ -60,10 +60,7 @@ double NormalLower(double x) {
     c1 = c1 + 2;
     c = c + 4;
     if (b2 > kScaleUp) {
-      a1 *= kScaleDown;
-      b1 *= kScaleDown;
-      a2 *= kScaleDown;
-      b2 *= kScaleDown;
+      Rescale(kScaleDown, a1, b1, a2, b2);
     }
   }
   double f = e * x / (y + 1 - a2 / b2);

@@ -13,6 +13,13 @@ namespace qv::numeric {
 // Continued fractions rescale when a denominator passes 2^256 (as stored, 15 figures).
 inline constexpr double kScaleUp = 1.15792089237316e77;
 inline constexpr double kScaleDown = 8.63616855509444e-78;
+// Scales the two convergents of a continued fraction together, keeping their ratio.
+inline void Rescale(double by, double& a1, double& b1, double& a2, double& b2) {
+  a1 *= by;
+  b1 *= by;
+  a2 *= by;
+  b2 *= by;
+}
 inline constexpr double kLogRootTwoPi = 0.918938533204673;  // ln sqrt(2 pi)
 inline constexpr double kInvRootTwoPi = 0.398942280401433;  // 1 / sqrt(2 pi)
 // Below this argument ln(1 + x) - x is better formed directly from the logarithm.
