@@ -20,54 +20,23 @@ QString Text(const std::string& s) { return QString::fromStdString(s); }
 
 }  // namespace
 
-void NormalityTests::RunShapiroWilk() {
-  boldLegend(Label9);
+void NormalityTests::runTest(QLabel* legend, void (NormalityTests::*test)(), bool hideSlider) {
+  boldLegend(legend);
   if (!m_input.rangeTaken) return;  // no sample: the knob only turns
   showBusy(true);
-  showSlider(false);
+  if (hideSlider) showSlider(false);
   try {
-    ShapiroWilkTest();
+    (this->*test)();
   } catch (const std::exception&) {
     showBusy(false);  // a failed run leaves the boxes as they were
   }
   AlphaSlider->setPosition(kStartLevel);
 }
 
-void NormalityTests::RunAndersonDarling() {
-  boldLegend(Label8);
-  if (!m_input.rangeTaken) return;
-  showBusy(true);
-  try {
-    AndersonDarlingTest();
-  } catch (const std::exception&) {
-    showBusy(false);
-  }
-  AlphaSlider->setPosition(kStartLevel);
-}
-
-void NormalityTests::RunJarqueBera() {
-  boldLegend(Label7);
-  if (!m_input.rangeTaken) return;
-  showBusy(true);
-  try {
-    JacquesBera();
-  } catch (const std::exception&) {
-    showBusy(false);
-  }
-  AlphaSlider->setPosition(kStartLevel);
-}
-
-void NormalityTests::RunLilliefors() {
-  boldLegend(Label10);
-  if (!m_input.rangeTaken) return;
-  showBusy(true);
-  try {
-    Lillieforstest();
-  } catch (const std::exception&) {
-    showBusy(false);
-  }
-  AlphaSlider->setPosition(kStartLevel);
-}
+void NormalityTests::RunShapiroWilk() { runTest(Label9, &NormalityTests::ShapiroWilkTest, true); }
+void NormalityTests::RunAndersonDarling() { runTest(Label8, &NormalityTests::AndersonDarlingTest, false); }
+void NormalityTests::RunJarqueBera() { runTest(Label7, &NormalityTests::JacquesBera, false); }
+void NormalityTests::RunLilliefors() { runTest(Label10, &NormalityTests::Lillieforstest, false); }
 
 void NormalityTests::ShapiroWilkTest() {
   showBusy(true);

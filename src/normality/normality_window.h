@@ -93,6 +93,8 @@ class NormalityTests : public QDialog {
   void placeLegends();
   void ShowNotice(const QString& text);
   void boldLegend(QLabel* selected);
+  // A runner: marks its legend, shows the busy mark, runs the test, puts the slider back.
+  void runTest(QLabel* legend, void (NormalityTests::*test)(), bool hideSlider);
   void showBusy(bool on);
   void showBell(bool yes);
   void writeVerdict();
