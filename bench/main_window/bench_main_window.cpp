@@ -15,7 +15,7 @@ namespace {
 qv::MainForm* form = nullptr;
 
 void Take(const qv::CellRangeRef& r) {
-  qv::MainForm::rangePicker = [r] { return std::optional<qv::CellRangeRef>(r); };
+  qv::MainForm::rangePicker = [r](qv::Workbook&) { return std::optional<qv::CellRangeRef>(r); };
   form->InputButton1_Click();
 }
 

@@ -3,6 +3,9 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
 #include <random>
 #include <vector>
 
@@ -43,9 +46,35 @@ void BM_JarqueBera(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(qv::JarqueBera(x, static_cast<std::int64_t>(x.size()), 0.05));
 }
 
+// Lilliefors on the values of the file named by QV_LILLIEFORS_VALUES, one a line,
+// ascending (compare_r.sh writes it, to time R on the same values); the label carries D.
+void BM_LillieforsFile(benchmark::State& state, std::vector<double> x) {
+  qv::LillieforsResult last;
+  for (auto _ : state) {
+    last = qv::Lilliefors(x);
+    benchmark::ClobberMemory();
+  }
+  char label[64];
+  std::snprintf(label, sizeof label, "n=%zu D=%.17g", x.size(), last.d);
+  state.SetLabel(label);
+}
+
+const bool kFileRegistered = [] {
+  const char* path = std::getenv("QV_LILLIEFORS_VALUES");
+  if (!path) return false;
+  std::vector<double> x;
+  std::ifstream in(path);
+  for (double v; in >> v;) x.push_back(v);
+  std::sort(x.begin(), x.end());
+  benchmark::RegisterBenchmark("BM_LillieforsFile", BM_LillieforsFile, std::move(x))
+      ->Unit(benchmark::kMillisecond)
+      ->UseRealTime();
+  return true;
+}();
+
 }  // namespace
 
 BENCHMARK(BM_ShapiroWilk)->Arg(32767)->Arg(1 << 20)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_AndersonDarling)->Arg(32767)->Arg(1 << 20)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_Lilliefors)->Arg(32767)->Arg(1 << 20)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Lilliefors)->Arg(32767)->Arg(1 << 20)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(BM_JarqueBera)->Arg(32767)->Arg(1 << 20)->Unit(benchmark::kMillisecond);

@@ -62,7 +62,38 @@ void BM_CdfBeta_Tail(benchmark::State& s) { Cycle(s, kBetaTail, [](auto c) { ret
 void BM_PdfBeta(benchmark::State& s) { Cycle(s, kBetaBody, [](auto c) { return qv::PdfBeta(c.x, c.a, c.b); }); }
 void BM_PdfBeta_Tail(benchmark::State& s) { Cycle(s, kBetaTail, [](auto c) { return qv::PdfBeta(c.x, c.a, c.b); }); }
 
+// A sorted standard normal sample of 4,096 values, one call after another and many at a
+// time; the time is per value.
+const std::vector<double>& SortedNormal() {
+  static const std::vector<double> x = [] {
+    std::vector<double> v(4096);
+    for (std::size_t i = 0; i < v.size(); ++i) v[i] = qv::InverseNormal((static_cast<double>(i) + 0.5) / 4096.0);
+    return v;
+  }();
+  return x;
+}
+void BM_CdfNormal_Sample(benchmark::State& s) {
+  const std::vector<double>& x = SortedNormal();
+  std::vector<double> out(x.size());
+  for (auto _ : s) {
+    for (std::size_t i = 0; i < x.size(); ++i) out[i] = qv::CdfNormal(x[i]);
+    benchmark::ClobberMemory();
+  }
+  s.SetItemsProcessed(static_cast<std::int64_t>(s.iterations() * x.size()));
+}
+void BM_CdfNormalOneThread_Sample(benchmark::State& s) {
+  const std::vector<double>& x = SortedNormal();
+  std::vector<double> out(x.size());
+  for (auto _ : s) {
+    qv::CdfNormalOneThread(x, out);
+    benchmark::ClobberMemory();
+  }
+  s.SetItemsProcessed(static_cast<std::int64_t>(s.iterations() * x.size()));
+}
+
 BENCHMARK(BM_CdfNormal);
+BENCHMARK(BM_CdfNormal_Sample);
+BENCHMARK(BM_CdfNormalOneThread_Sample);
 BENCHMARK(BM_CdfNormal_Tail);
 BENCHMARK(BM_InverseNormal);
 BENCHMARK(BM_InverseNormal_Tail);

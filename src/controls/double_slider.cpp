@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "number_text.h"
+
 namespace qv {
 
 // The QSlider inside: it reports the moments at which a move is finished.
@@ -40,6 +42,11 @@ namespace {
 QString fixedText(double x, int decimals) {
   QLocale locale;
   locale.setNumberOptions(QLocale::OmitGroupSeparator);
+  // Beyond 15 digits the spreadsheet shows the exponent form ("1E+308"), not 309 digits.
+  if (std::isfinite(x) && std::fabs(x) >= 1e15) {
+    QString text = QString::fromStdString(NumberText(x));
+    return text.replace(QLatin1Char('.'), locale.decimalPoint());
+  }
   QString text = locale.toString(x, 'f', decimals);
   // A small negative number rounds to zero: show "0.00", not "-0.00".
   if (text.startsWith(locale.negativeSign()) && locale.toDouble(text) == 0.0)
@@ -65,15 +72,68 @@ DoubleSlider::DoubleSlider(QWidget* parent)
   syncFromCode();
 }
 
+namespace {
+
+double PowerOfTen(int e) { return std::pow(10.0, e); }
+
+// x in units of 10^e.
+double InUnits(double x, int e) { return e < 0 ? x * PowerOfTen(-e) : x / PowerOfTen(e); }
+
+// The multiple m of 10^e, as the decimal text of it reads: m / 10^d rounds once.
+double OfUnits(double m, int e) { return e < 0 ? m / PowerOfTen(-e) : m * PowerOfTen(e); }
+
+constexpr double kExactWhole = 9007199254740992.0;  // 2^53
+
+}  // namespace
+
+double DoubleSlider::multipleValue(double m) const { return OfUnits(m, m_exponent); }
+
+int DoubleSlider::gridSteps() const { return m_stops; }
+
+void DoubleSlider::updateGrid() {
+  m_stops = kGridSteps;
+  m_decimalGrid = false;
+  if (m_decimalSteps && m_lower < m_upper && std::isfinite(m_lower) && std::isfinite(m_upper)) {
+    for (int e = -m_decimals; e <= 308; ++e) {
+      double first = std::floor(InUnits(m_lower, e)) + 1;
+      double last = std::ceil(InUnits(m_upper, e)) - 1;
+      if (!(std::fabs(first) < kExactWhole && std::fabs(last) < kExactWhole)) continue;
+      // A multiple that reads as an end is that end.
+      if (first <= last && OfUnits(first, e) <= m_lower) ++first;
+      if (first <= last && OfUnits(last, e) >= m_upper) --last;
+      const double inner = last >= first ? last - first + 1 : 0;
+      if (inner > kMaxDecimalSteps) continue;
+      m_exponent = e;
+      m_first = first;
+      m_stops = static_cast<int>(inner) + 1;
+      m_decimalGrid = true;
+      break;
+    }
+  }
+  const bool decimal = m_decimalGrid;
+  m_syncing = true;
+  m_slider->setRange(0, m_stops);
+  m_slider->setSingleStep(decimal ? 1 : kGridSteps / 100);
+  m_slider->setPageStep(decimal ? std::max(1, m_stops / 10) : kGridSteps / 10);
+  m_syncing = false;
+}
+
 double DoubleSlider::positionOfStep(int step) const {
   if (step <= 0) return m_lower;
-  if (step >= kGridSteps) return m_upper;
+  if (step >= m_stops) return m_upper;
+  if (m_decimalGrid) return clamped(multipleValue(m_first + step - 1));
   // Weighted this way the ends are exact and no difference of the bounds can overflow.
   const double f = static_cast<double>(step) / kGridSteps;
   return clamped((1.0 - f) * m_lower + f * m_upper);
 }
 
 int DoubleSlider::stepOfPosition(double position) const {
+  if (m_decimalGrid) {
+    if (position <= m_lower) return 0;
+    if (position >= m_upper) return m_stops;
+    const double k = std::round(InUnits(position, m_exponent)) - m_first + 1;
+    return static_cast<int>(std::clamp(k, 0.0, static_cast<double>(m_stops)));
+  }
   const double span = m_upper / 2.0 - m_lower / 2.0;
   if (span == 0.0 || !std::isfinite(span)) return 0;
   const double f = (position / 2.0 - m_lower / 2.0) / span;
@@ -87,12 +147,14 @@ double DoubleSlider::clamped(double position) const {
 void DoubleSlider::setLowerBound(double lower) {
   if (std::isnan(lower)) return;
   m_lower = lower;
+  updateGrid();
   syncFromCode();
 }
 
 void DoubleSlider::setUpperBound(double upper) {
   if (std::isnan(upper)) return;
   m_upper = upper;
+  updateGrid();
   syncFromCode();
 }
 
@@ -100,6 +162,7 @@ void DoubleSlider::setBounds(double lower, double upper) {
   if (std::isnan(lower) || std::isnan(upper)) return;
   m_lower = lower;
   m_upper = upper;
+  updateGrid();
   syncFromCode();
 }
 
@@ -111,6 +174,13 @@ void DoubleSlider::setPosition(double position) {
 
 void DoubleSlider::setDecimals(int decimals) {
   m_decimals = std::clamp(decimals, 0, 15);
+  if (m_decimalSteps) updateGrid();
+  syncFromCode();
+}
+
+void DoubleSlider::setDecimalSteps(bool on) {
+  m_decimalSteps = on;
+  updateGrid();
   syncFromCode();
 }
 

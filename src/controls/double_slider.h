@@ -39,6 +39,15 @@ class DoubleSlider : public QWidget {
   int decimals() const { return m_decimals; }
   void setDecimals(int decimals);
 
+  // With decimal steps on, the handle stops at the two bounds and at every multiple of
+  // 10^-decimals() between them (coarser powers of ten where there would be more than
+  // kMaxDecimalSteps stops, or more digits than a double holds), so a user lands exactly
+  // on the value the label shows. Off: kGridSteps even steps.
+  void setDecimalSteps(bool on);
+  bool decimalSteps() const { return m_decimalSteps; }
+  // Stops of the handle, both bounds included, less one.
+  int gridSteps() const;
+
   // The label's text: the position with decimals() places.
   QString valueText() const;
 
@@ -47,6 +56,7 @@ class DoubleSlider : public QWidget {
 
   // Steps of the integer grid from one bound to the other.
   static constexpr int kGridSteps = 100000;
+  static constexpr int kMaxDecimalSteps = 100000000;
 
  signals:
   void valueChanged(double position);
@@ -62,6 +72,8 @@ class DoubleSlider : public QWidget {
   void onGridMoved(int step);
   void onUserReleased(bool always);
   void updateLabel();
+  void updateGrid();
+  double multipleValue(double m) const;
 
   QSlider* m_slider;
   QLabel* m_label;
@@ -71,6 +83,13 @@ class DoubleSlider : public QWidget {
   double m_lastReleased = 0.0;
   int m_decimals = 2;
   bool m_syncing = false;
+  bool m_decimalSteps = false;
+  bool m_decimalGrid = false;  // decimal steps on, and a grid found for the bounds
+  // The decimal grid: stop k (0 < k < m_stops) is the multiple m_first + k - 1 of
+  // 10^m_exponent; stop 0 is the lower end and stop m_stops the upper one.
+  int m_exponent = 0;
+  double m_first = 0.0;
+  int m_stops = kGridSteps;
 };
 
 }  // namespace qv

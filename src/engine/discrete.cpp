@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
+#include <cstdint>
 #include <unordered_set>
 
 #include "number_text.h"
@@ -61,22 +63,65 @@ DiscreteList ListDiscreteValues(std::span<const double> sample, char mark) {
   return list;
 }
 
+namespace {
+
+// The numbers that show as the checked texts. A value shows as a text when its 15-digit
+// form is that text; such values lie within a relative 1e-14 of the text's own number,
+// so a window around it is searched and only values inside it are turned into text.
+struct ShownAs {
+  double x, lo, hi;
+  std::string text;
+  std::size_t slot;
+};
+
+std::vector<ShownAs> NumericTargets(std::span<const std::string> texts, char mark,
+                                    std::vector<std::size_t>* slotOf) {
+  std::vector<ShownAs> targets;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (!IsNumericText(texts[i], mark)) continue;
+    double x = Val(texts[i], mark);
+    double reach = std::fabs(x) * 1e-14;
+    targets.push_back({x, x - reach, x + reach, NumberText(x, mark), i});
+  }
+  std::sort(targets.begin(), targets.end(), [](const ShownAs& a, const ShownAs& b) { return a.x < b.x; });
+  // One target per shown text; each checked text points at its target.
+  std::vector<ShownAs> distinct;
+  if (slotOf) slotOf->assign(texts.size(), SIZE_MAX);
+  for (ShownAs& t : targets) {
+    if (distinct.empty() || distinct.back().text != t.text) {
+      std::size_t slot = t.slot;
+      distinct.push_back(std::move(t));
+      distinct.back().slot = distinct.size() - 1;
+      if (slotOf) (*slotOf)[slot] = distinct.size() - 1;
+    } else if (slotOf) {
+      (*slotOf)[t.slot] = distinct.size() - 1;
+    }
+  }
+  return distinct;
+}
+
+bool Shows(double v, const ShownAs& t, char mark) {
+  return v == t.x || (t.lo <= v && v <= t.hi && NumberText(v, mark) == t.text);
+}
+
+}  // namespace
+
 std::vector<double> FilterCheckedValues(std::span<const double> sorted,
                                         std::span<const std::string> checkedValues, char mark) {
-  std::vector<double> targets;
-  targets.reserve(checkedValues.size());
-  for (const std::string& t : checkedValues) targets.push_back(Val(t, mark));
-  std::sort(targets.begin(), targets.end());
-  // == merges -0 and +0, which match the same values.
-  targets.erase(
-      std::unique(targets.begin(), targets.end(), [](double a, double b) { return a == b; }),
-      targets.end());
+  std::vector<ShownAs> targets = NumericTargets(checkedValues, mark, nullptr);
   std::vector<double> kept;
-  auto from = sorted.begin();
-  for (double x : targets) {
-    auto [first, last] = std::equal_range(from, sorted.end(), x);
-    kept.insert(kept.end(), first, last);
-    from = last;
+  // Rounding keeps order, so the values of each text follow those of the texts below it.
+  for (const ShownAs& t : targets) {
+    auto first = std::lower_bound(sorted.begin(), sorted.end(), t.lo);
+    auto last = std::upper_bound(first, sorted.end(), t.hi);
+    // The values equal to the text's own number in one piece; only their neighbours in
+    // the window are turned into text.
+    auto [same, past] = std::equal_range(first, last, t.x);
+    for (auto it = first; it != same; ++it)
+      if (Shows(*it, t, mark)) kept.push_back(*it);
+    kept.insert(kept.end(), same, past);
+    for (auto it = past; it != last; ++it)
+      if (Shows(*it, t, mark)) kept.push_back(*it);
   }
   return kept;
 }
@@ -86,37 +131,38 @@ FrequencyTable TabulateDiscrete(const CellBlock& range, std::span<const std::str
   FrequencyTable table;
   table.BinLabels.assign(checkedValues.begin(), checkedValues.end());
   table.BinCounts.assign(checkedValues.size(), 0);
-  // A number criterion matches the range's numbers equal to it (COUNTIF), and the text
-  // cells that read the same: the numbers of all criteria are counted in one pass.
-  std::vector<double> targets;
-  std::vector<std::size_t> numeric;
-  for (std::size_t i = 0; i < checkedValues.size(); ++i) {
-    std::string c = Criterion(checkedValues[i], mark);
-    if (IsNumericText(c)) {
-      targets.push_back(Val(c));
-      numeric.push_back(i);
-    } else {
-      table.BinCounts[i] = CountIf(range, c);
-    }
-  }
+  // A number criterion matches the range's numbers shown with its text (COUNTIF reads
+  // =0.1+0.2 as 0.3), and the text cells that read the same: the numbers of all criteria
+  // are counted in one pass.
+  std::vector<std::size_t> slotOf;
+  std::vector<ShownAs> targets = NumericTargets(checkedValues, mark, &slotOf);
+  for (std::size_t i = 0; i < checkedValues.size(); ++i)
+    if (slotOf[i] == SIZE_MAX) table.BinCounts[i] = CountIf(range, Criterion(checkedValues[i], mark));
   if (targets.empty()) return table;
-  std::vector<double> distinct = targets;
-  std::sort(distinct.begin(), distinct.end());
-  distinct.erase(
-      std::unique(distinct.begin(), distinct.end(), [](double a, double b) { return a == b; }),
-      distinct.end());
-  std::vector<std::int64_t> hits(distinct.size(), 0);
+  std::vector<std::int64_t> hits(targets.size(), 0);
+  std::vector<double> xs, his;
+  for (const ShownAs& t : targets) {
+    xs.push_back(t.x);
+    his.push_back(t.hi);
+  }
   for (std::int64_t i = 0; i < range.size(); ++i) {
     if (!range.isRangeNumber(i)) continue;
     double v = range.numbers[static_cast<std::size_t>(i)];
-    auto at = std::lower_bound(distinct.begin(), distinct.end(), v);
-    if (at != distinct.end() && *at == v) ++hits[static_cast<std::size_t>(at - distinct.begin())];
+    auto j = static_cast<std::size_t>(std::lower_bound(his.begin(), his.end(), v) - his.begin());
+    if (j < xs.size() && xs[j] == v) {
+      ++hits[j];
+      continue;
+    }
+    for (; j < targets.size() && targets[j].lo <= v; ++j) {
+      if (Shows(v, targets[j], mark)) {
+        ++hits[j];
+        break;
+      }
+    }
   }
-  for (std::size_t j = 0; j < numeric.size(); ++j) {
-    auto at = std::lower_bound(distinct.begin(), distinct.end(), targets[j]);
-    table.BinCounts[numeric[j]] = hits[static_cast<std::size_t>(at - distinct.begin())] +
-                                  CountTextIf(range, Criterion(checkedValues[numeric[j]], mark));
-  }
+  for (std::size_t i = 0; i < checkedValues.size(); ++i)
+    if (slotOf[i] != SIZE_MAX)
+      table.BinCounts[i] = hits[slotOf[i]] + CountTextIf(range, Criterion(checkedValues[i], mark));
   return table;
 }
 

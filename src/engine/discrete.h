@@ -3,15 +3,14 @@
 //
 // What: UniqueValuesForCols (distinct by the text form of the value, in order of first
 // occurrence), the listing rules of OptionDiscrete (fewer than 3 values: no list; more
-// than 50 distinct: refused), LoadDiscreteSample's filter (a value stays when a ticked
-// text, read as a number, equals it exactly; each cell keeps its multiplicity) and
-// TabulateDiscrete's counts (COUNTIF over the whole range for each ticked text).
-// Algorithm: one hashed pass over the texts; the filter is an equal_range per ticked
-// number on the sorted sample, which gives what filtering the cells and sorting anew
-// gives.
-// Notes: a value whose shortest text does not read back as the same double (more than
-// 15 significant digits, such as 0.1 + 0.2) is listed but never matches its tick, as in
-// the original program.
+// than 50 distinct: refused), LoadDiscreteSample's filter (a value stays when it shows
+// as a ticked text; each cell keeps its multiplicity) and TabulateDiscrete's counts
+// (COUNTIF over the whole range for each ticked text).
+// A distinct value is the text it shows at 15 significant digits: =0.1+0.2 is listed,
+// counted and kept under the row "0.3", as the spreadsheet's COUNTIF counts it.
+// Algorithm: one hashed pass over the texts; the filter searches the sorted sample in a
+// window of relative width 1e-14 around each ticked number and turns only the values
+// in it into text, which gives what filtering the cells and sorting anew gives.
 #pragma once
 
 #include <cstdint>
@@ -51,7 +50,7 @@ struct DiscreteList {
 DiscreteList ListDiscreteValues(std::span<const double> sample, char decimalMark = '.');
 
 // LoadDiscreteSample's filter over the sorted discrete sample (BuildSample with
-// SampleFilter::Discrete): the values equal to some checked text read as a number.
+// SampleFilter::Discrete): the values that show as some checked text.
 std::vector<double> FilterCheckedValues(std::span<const double> sorted,
                                         std::span<const std::string> checkedValues,
                                         char decimalMark = '.');

@@ -37,9 +37,13 @@ RangeFacts ReadRangeFacts(const CellBlock& cells);
 
 // Shown in krt and skw when Kurt or Skew has no value.
 inline constexpr const char* kNoValueText = "#DIV/0!";
+// Shown in a box whose number lies beyond the largest double (the range of
+// {1e308, -1e308}), as the spreadsheet shows such a result.
+inline constexpr const char* kOverflowText = "#NUM!";
 
 // The texts of the boxes, named after them. An empty optional is "no change": the box
-// keeps the text it had, as it does when its number cannot be worked out.
+// keeps the text it had (an empty sample changes nothing). A number beyond the largest
+// double shows kOverflowText; no box ever shows NaN or infinity.
 struct StatisticsBoxes {
   std::optional<std::string> TextBox1;  // n
   std::optional<std::string> Miss;      // cells of the range minus n
@@ -57,7 +61,8 @@ struct StatisticsBoxes {
 
   bool markMin = false;  // Label8 becomes "*Min": the sample lost the range's minimum
   bool markMax = false;  // Label12 becomes "*Max"
-  // New maximum of SSliderInterval (its value is this / 5); empty for an empty sample.
+  // New maximum of SSliderInterval (its value is this / 5); empty for an empty sample
+  // and for a span beyond the largest double.
   std::optional<double> intervalMaximum;
 };
 

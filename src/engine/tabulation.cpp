@@ -19,6 +19,9 @@ constexpr const char* kBoundsNotice =
     "The -From- value must be smaller/equal than then minimum range and the -To- value "
     "must be greater/equal than the maximum";
 constexpr const char* kOrderNotice = "The -From- value must be smaller/equal thantthe -To- value ";
+constexpr const char* kWideSpanNotice =
+    "The values span more than the largest number: bins by width cannot be made. "
+    "Choose a number of bins.";
 
 Tabulation Refuse(std::string message) {
   Tabulation t;
@@ -28,7 +31,15 @@ Tabulation Refuse(std::string message) {
 }
 
 std::string TooManyBinsNotice(double bins) {
+  if (!std::isfinite(bins)) return kWideSpanNotice;
   return "This width gives " + NumberText(bins) + " bins; at most 32767 are possible.";
+}
+
+// An edge a share f of the way from `from` to `to`, in the window's order of operations;
+// where the span itself overflows, on the halves, which cannot.
+double EdgeAt(double from, double to, double span, double f) {
+  if (std::isfinite(span)) return from + span * f;
+  return (from / 2 + (to / 2 - from / 2) * f) * 2;
 }
 
 // The first position at or after `start` whose value lies past the edge: above or at
@@ -55,6 +66,9 @@ std::size_t EdgePosition(std::span<const double> a, std::size_t start, double ed
 // innerClosedAbove says which side of a bin an inner edge closes.
 Tabulation Build(std::span<const double> a, const std::vector<double>& edges, bool innerClosedAbove,
                  int decimals, char mark) {
+  // No edge beyond the largest double reaches a label.
+  for (double e : edges)
+    if (!std::isfinite(e)) return Refuse(kWideSpanNotice);
   const std::size_t k = edges.size() - 1;
   std::vector<std::size_t> position(k + 1);
   for (std::size_t i = 0; i <= k; ++i) {
@@ -131,7 +145,7 @@ Tabulation TabulateByCount(std::span<const double> a, int numberOfBins,
   std::vector<double> edges(static_cast<std::size_t>(k) + 1);
   for (int i = 0; i <= k; ++i) {
     edges[static_cast<std::size_t>(i)] =
-        width > 0 ? from + width * i : from + span * (static_cast<double>(i) / k);
+        width > 0 ? from + width * i : EdgeAt(from, to, span, static_cast<double>(i) / k);
   }
   // Every value up to the bound is counted; an explicit width's last edge stays computed.
   if (!(width > 0)) edges.back() = to;
@@ -141,6 +155,7 @@ Tabulation TabulateByCount(std::span<const double> a, int numberOfBins,
 Tabulation TabulateByWidth(std::span<const double> a, double binWidth, int decimals, char mark) {
   if (a.empty() || !(binWidth > 0)) return Refuse("");
   const double min = a.front(), max = a.back(), span = max - min;
+  if (!std::isfinite(span)) return Refuse(kWideSpanNotice);
   const double bins = Round(span / binWidth, 0) + 1;
   if (!(bins <= kMaxNumberOfBins)) return Refuse(TooManyBinsNotice(bins));
   const int k = static_cast<int>(bins);

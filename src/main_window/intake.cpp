@@ -15,16 +15,19 @@ void MainForm::InputButton1_Click() {
   NumberOfValues->hide();
   if (!s.ActiveBook) return;
   std::optional<CellRangeRef> picked;
+  const std::optional<CellRangeRef> previous = s.InputRange;
   try {
     std::shared_ptr<Workbook> current = s.ExcelApp ? s.ExcelApp->activeWorkbook() : nullptr;
     if (!current) throw OfficeError("The spreadsheet shows no workbook");
     current->activate();
     if (!UseSelection) {
       showMinimized();
+      // The picker opens over the document the user is looking at; a pick there in
+      // another workbook than the attached one is refused below.
       if (rangePicker) {
-        picked = rangePicker();
+        picked = rangePicker(*current);
       } else {
-        picked = s.ActiveBook->pickRange("Select a range in one column, header is first cell", [] {
+        picked = current->pickRange("Select a range in one column, header is first cell", [] {
           QApplication::processEvents(QEventLoop::AllEvents, 50);
         });
       }
@@ -34,11 +37,23 @@ void MainForm::InputButton1_Click() {
     } else {
       Selection sel = current->selection();
       if (sel.areas.empty()) throw OfficeError("empty selection");
-      // Several areas are told apart below, after the used-range cut.
-      s.InputRange = sel.areas.front();
-      if (sel.areas.size() > 1) {
+      // Each area is cut to the used range first: an area with nothing in it (a block
+      // below the data) is no second area.
+      std::vector<CellRangeRef> areas;
+      for (const CellRangeRef& a : sel.areas) {
+        std::optional<CellRangeRef> used = current->usedRange(a.sheet);
+        std::optional<CellRangeRef> cut = used ? Intersect(a, *used) : std::nullopt;
+        if (cut) areas.push_back(*cut);
+      }
+      if (areas.empty()) {
+        s.InputRange.reset();
+        showNormal();
+        return;
+      }
+      s.InputRange = areas.front();
+      if (areas.size() > 1) {
         std::int64_t nonEmpty = 0;
-        for (const CellRangeRef& a : sel.areas) nonEmpty += CountA(current->readUsed(a));
+        for (const CellRangeRef& a : areas) nonEmpty += CountA(current->readUsed(a));
         if (nonEmpty < 3) {
           s.InputRange.reset();
           showNormal();
@@ -58,7 +73,9 @@ void MainForm::InputButton1_Click() {
     }
     SheetName = QString::fromStdString(current->sheetName(range.sheet));
     if (!current->sameDocument(*s.ActiveBook)) {
-      // A range of another workbook: back to the one attached at start.
+      // A range of another workbook: back to the one attached at start, whose range
+      // stays in force.
+      s.InputRange = previous;
       showNormal();
       s.ActiveBook->activate();
       TextBox14->setText(QString());

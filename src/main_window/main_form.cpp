@@ -15,7 +15,7 @@
 namespace qv {
 
 std::function<void(const QString&)> MainForm::noticeSink;
-std::function<std::optional<CellRangeRef>()> MainForm::rangePicker;
+std::function<std::optional<CellRangeRef>(Workbook&)> MainForm::rangePicker;
 
 namespace {
 

@@ -27,6 +27,7 @@ namespace qv {
 
 struct Tabulation;
 struct RangeRead;
+class Workbook;
 
 class MainForm : public QWidget {
   Q_OBJECT
@@ -35,9 +36,10 @@ class MainForm : public QWidget {
   explicit MainForm(QWidget* parent = nullptr);
   ~MainForm() override;
 
-  // How messages and the range picker reach the user; tests replace them.
+  // How messages and the range picker reach the user; tests replace them. The picker is
+  // given the document it opens over.
   static std::function<void(const QString&)> noticeSink;
-  static std::function<std::optional<CellRangeRef>()> rangePicker;
+  static std::function<std::optional<CellRangeRef>(Workbook&)> rangePicker;
 
   void Form_Load();
   void ShowNotice(const QString& text);
@@ -49,6 +51,12 @@ class MainForm : public QWidget {
   void TextBox14_Change();
   void RefreshIt();
   void RefreshForm_TruncatedValues();
+  // Reads the range again when a cell of it changed since the last read (the sample, the
+  // figures of the whole range and the truncation sliders' ends follow); every refresh
+  // starts here. True when it read the range again.
+  bool RereadIfChanged();
+  // The thirteen boxes, the marks and the width slider from the sample in hand.
+  void FillStatisticsBoxes();
   void ResizeIt();
 
   // Bins.

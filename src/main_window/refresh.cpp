@@ -25,7 +25,43 @@ void MainForm::RefreshIt() {
   if (LoadSample()) RefreshForm_TruncatedValues();
 }
 
+bool MainForm::RereadIfChanged() {
+  AnalysisState& s = State();
+  if (!s.InputRange || !s.LastRead || !s.ActiveBook) return false;
+  bool changed = false;
+  try {
+    changed = s.ActiveBook->changed();
+  } catch (const OfficeError&) {
+    // The office is gone: the figures in hand stay.
+  }
+  if (!changed) return false;
+  if (OptionDiscrete->isChecked()) return LoadDiscreteSample();
+  if (!ReadNamedRange()) return false;
+  // The sliders' ends are the range's ends as it is now; a handle beyond a new end is
+  // pulled along, which leaves out no value of the range.
+  if (s.TruncationActive) {
+    const RangeFacts& f = s.LastRead->facts;
+    SSlider11->setBounds(f.min, f.max);
+    SSlider22->setBounds(f.min, f.max);
+  }
+  return LoadSample();
+}
+
 void MainForm::RefreshForm_TruncatedValues() {
+  AnalysisState& s = State();
+  RereadIfChanged();
+  if (!s.LastRead) return;
+  FillStatisticsBoxes();
+  if (!OptionDiscrete->isChecked()) {
+    if (s.BinMark == "Blue")
+      TabulateByWidth();
+    else
+      TabulateByCount();
+    DrawView();
+  }
+}
+
+void MainForm::FillStatisticsBoxes() {
   AnalysisState& s = State();
   if (!s.LastRead) return;
   // The values arrive sorted: a slice or a filter of the values sorted at the read.
@@ -53,13 +89,6 @@ void MainForm::RefreshForm_TruncatedValues() {
     SSliderInterval->setBounds(0, *b.intervalMaximum);
     SSliderInterval->setPosition(*b.intervalMaximum / 5);
   }
-  if (!OptionDiscrete->isChecked()) {
-    if (s.BinMark == "Blue")
-      TabulateByWidth();
-    else
-      TabulateByCount();
-    DrawView();
-  }
 }
 
 void MainForm::applyTabulation(const Tabulation& t) {
@@ -82,6 +111,7 @@ void MainForm::applyTabulation(const Tabulation& t) {
 
 void MainForm::TabulateByCount() {
   AnalysisState& s = State();
+  if (RereadIfChanged()) FillStatisticsBoxes();
   std::optional<ExplicitBins> explicitBins;
   if (s.ExplicitMode)
     explicitBins = ReadExplicitBins(FromBin->text().toStdString(), ToBin->text().toStdString(),
@@ -92,6 +122,7 @@ void MainForm::TabulateByCount() {
 
 void MainForm::TabulateByWidth() {
   AnalysisState& s = State();
+  if (RereadIfChanged()) FillStatisticsBoxes();
   if (!s.BinWidth) return;
   applyTabulation(qv::TabulateByWidth(s.SampleValues, *s.BinWidth, decimals(), decimalMark()));
 }

@@ -7,7 +7,10 @@ namespace qv {
 
 namespace {
 
+// The handles stop at every multiple of 10^-d between the range's exact ends, so a
+// bound the label shows is the bound in force.
 void SpanRange(DoubleSlider* slider, int decimals, double min, double max, double position) {
+  slider->setDecimalSteps(true);
   slider->setDecimals(decimals);
   slider->setBounds(min, max);
   slider->setPosition(position);
@@ -60,6 +63,8 @@ void MainForm::Resetme_Click() {
     return;
   }
   if (!s.InputRange || !s.LastRead) return;  // no range taken yet
+  RereadIfChanged();  // the ends come from the range as it is now
+  if (!s.LastRead) return;
   NumberOfValues->hide();
   Label8->setText(QStringLiteral("MIN"));
   Label12->setText(QStringLiteral("MAX"));

@@ -43,18 +43,26 @@ float AndersonDarlingPValue(float aStar) {
 AndersonDarlingResult AndersonDarling(std::span<const double> sample, char decimalMark) {
   AndersonDarlingResult r;
   const std::optional<double> sd = Stdev(sample);
-  if (!sd) {  // a single value has no deviation at all
+  const std::optional<double> mean = Average(sample);
+  if (!sd || !mean) {  // a single value has no deviation at all, huge values none we can hold
     r.refused = true;
-    r.notice = kTooFewObservationsNotice;
+    r.notice = sample.size() < 2 ? kTooFewObservationsNotice : kTooLargeNotice;
     r.bell = Bell::No;
     return r;
   }
   r.n = Stored(static_cast<double>(sample.size()));
-  r.mean = Stored(*Average(sample));
+  r.mean = Stored(*mean);
   r.sd = Stored(*sd);
   if (r.sd == 0.0f) {
     r.refused = true;
     r.notice = kZeroDeviationNotice;
+    r.bell = Bell::No;
+    return r;
+  }
+  // The test holds mean and deviation in 32 bits: beyond 3.4e38 they are no numbers.
+  if (!std::isfinite(r.mean) || !std::isfinite(r.sd)) {
+    r.refused = true;
+    r.notice = kTooLargeNotice;
     r.bell = Bell::No;
     return r;
   }
@@ -91,6 +99,12 @@ AndersonDarlingResult AndersonDarling(std::span<const double> sample, char decim
   const double nn = r.n;
   r.a = Stored(-static_cast<double>(total) / nn - nn);
   r.aStar = Stored(static_cast<double>(r.a) * (1.0 + 0.75 / nn + 2.25 / (nn * nn)));
+  if (!std::isfinite(r.a) || !std::isfinite(r.aStar)) {
+    r.refused = true;
+    r.notice = kTooLargeNotice;
+    r.bell = Bell::No;
+    return r;
+  }
   r.p = AndersonDarlingPValue(r.aStar);
 
   r.testStat = FormatFixed(r.a, 4, decimalMark);

@@ -14,6 +14,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 
 #include "normality_tests.h"
 #include "number_text.h"
@@ -65,12 +66,16 @@ double RoundHalfEven2(double x) {
 std::optional<double> JBStatArray(std::span<const double> sample) {
   if (sample.size() < kJBMinimumCount) return std::nullopt;
   const double n = static_cast<double>(sample.size());
-  const double m = *Average(sample);
-  const double s = *Stdev(sample);
+  const std::optional<double> mean = Average(sample), sd = Stdev(sample);
+  // A mean or deviation past the largest double: no statistic, which the test refuses.
+  if (!mean || !sd) return std::numeric_limits<double>::quiet_NaN();
+  const double m = *mean, s = *sd;
   double s3 = 0.0, s4 = 0.0;
   if (s != 0.0) {
     for (double x : sample) {
-      const double z = (x - m) / s;
+      double z = (x - m) / s;
+      // x - m past the largest double: the same quotient from halves.
+      if (!std::isfinite(z) && std::isfinite(x)) z = (x / 2 - m / 2) / (s / 2);
       const double z2 = z * z;
       s3 += z2 * z;
       s4 += z2 * z2;
@@ -100,9 +105,16 @@ JarqueBeraResult JarqueBera(std::span<const double> sample, std::int64_t rangeCo
   if (!r.statistic) r.jbFew = kJBTooFewText;
 
   const std::optional<double> s = Stdev(sample);
-  if (!s || *s == 0.0) {
+  if (sample.size() < 2 || (s && *s == 0.0)) {
     r.refused = true;
     r.notice = s ? kZeroDeviationNotice : kTooFewObservationsNotice;
+    r.bell = Bell::No;
+    return r;
+  }
+  // A mean or deviation past the largest double leaves the statistic no number.
+  if (!s || !std::isfinite(*s) || (r.statistic && !std::isfinite(*r.statistic))) {
+    r.refused = true;
+    r.notice = kTooLargeNotice;
     r.bell = Bell::No;
     return r;
   }

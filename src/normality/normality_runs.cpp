@@ -48,6 +48,7 @@ void NormalityTests::ShapiroWilkTest() {
     return;
   }
   Pval->setText(Text(r.pval));
+  m_heldP = r.core.p;
   TestStat->setText(Text(r.testStat));
   showBell(*r.bell == Bell::Yes);
   CriticalBox->setText(Text(r.criticalBox));
@@ -68,6 +69,7 @@ void NormalityTests::AndersonDarlingTest() {
   setLevel(0.05);  // this test knows no other level
   TestStat->setText(Text(r.testStat));
   Pval->setText(Text(r.pval));
+  m_heldP = r.p;
   showBell(*r.bell == Bell::Yes);
   CriticalBox->hide();
   Label2->hide();
@@ -96,6 +98,7 @@ void NormalityTests::JacquesBera() {
   TestStat->setText(Text(r.testStat));
   CriticalBox->setText(Text(r.criticalBox));
   Pval->setText(Text(r.pval));
+  m_heldP = r.p;
   showSlider(true);
   TestUsed->setText(QStringLiteral("Jacques Bera test"));
   showBusy(false);
@@ -105,7 +108,8 @@ void NormalityTests::JacquesBera() {
 void NormalityTests::Lillieforstest() {
   if (!m_input.rangeTaken) return;
   const LillieforsResult r = Lilliefors(m_input.sample, decimalMark());
-  if (!r.notice.empty() && !r.refused) ShowNotice(Text(r.notice));
+  // The count's message is the one for which the owner steps aside, not this window.
+  if (!r.notice.empty() && !r.refused) ShowNotice(Text(r.notice), parentWidget());
   if (r.refused) {
     refuse(Text(r.notice), false);
     return;
@@ -117,6 +121,7 @@ void NormalityTests::Lillieforstest() {
   TestStat->setText(Text(r.testStat));
   CriticalBox->setText(Text(r.criticalBox));
   Pval->setText(Text(r.pval));
+  m_heldP.reset();
   TestUsed->setText(QStringLiteral("Lilliefors test"));
   showSlider(false);
   showBusy(false);

@@ -20,6 +20,9 @@ inline constexpr const char* kJBTooFewText = "***Too few values for a dependable
 inline constexpr const char* kZeroDeviationNotice = "Standard deviation=0: the test will not run";
 inline constexpr const char* kTooFewObservationsNotice = "Too few observations: the test will not run";
 inline constexpr const char* kSampleSizeNotice = "The sample size must be at least 4";
+// Values whose mean, deviation or statistic no double (or, for Anderson-Darling, no
+// 32-bit figure) can hold.
+inline constexpr const char* kTooLargeNotice = "The values are too large for this test: the test will not run";
 
 // The window's two pictures: normality stands (YesBell) or is rejected (NoBell).
 enum class Bell { Yes, No };
@@ -43,7 +46,8 @@ Bell BellForP(double p, double level);
 
 // JBStatArray: n((S3/n)^2/6 + (S4/n - 3)^2/24) over sample-deviation z-scores; nullopt
 // stands for the refusal text (fewer than 31 values). With a deviation of 0 every z
-// fails and is passed over, leaving 3n/8; JarqueBera refuses that sample anyway.
+// fails and is passed over, leaving 3n/8; JarqueBera refuses that sample anyway. NaN
+// when the mean or the deviation is past the largest double.
 std::optional<double> JBStatArray(std::span<const double> sample);
 // JBpValueArray: ChiDist(JB, 2) = exp(-JB/2) as the text "0.0000"; nullopt for a refusal.
 std::optional<std::string> JBpValueArray(std::optional<double> statistic, char decimalMark = '.');

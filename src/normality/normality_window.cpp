@@ -194,11 +194,10 @@ void NormalityTests::AlphaSlider_Change() {
   if (knobOn("4") || !m_input.rangeTaken) return;
   // The slider moves in steps of 0.001, the digits its label shows.
   setLevel(Round(AlphaSlider->position(), 3));
-  const QString shown = Pval->text();
-  if (shown == QStringLiteral("NA")) return;
-  // Only the digits on display count: the box holds p to three or four decimals, and
-  // a box with no number reads as 0.
-  const double v = Val(shown.toStdString(), decimalMark());
+  if (Pval->text() == QStringLiteral("NA")) return;
+  // The p value the run judged, not the digits on display: Jarque-Bera holds four
+  // decimals and shows three, and one p value gets one verdict. No p value reads as 0.
+  const double v = m_heldP.value_or(0.0);
   if (v > level()) showBell(true);
   if (v <= level()) showBell(false);
   if (knobOn("3")) CriticalBox->setText(QString::fromStdString(FormatFixed(JBCriticalValue(level()), 4, decimalMark())));
@@ -211,17 +210,18 @@ void NormalityTests::CommandButton333_Click() {
   PlayCopySound();
 }
 
-void NormalityTests::ShowNotice(const QString& text) {
+void NormalityTests::ShowNotice(const QString& text, QWidget* aside) {
+  // The window stays on top of everything: a window steps aside while the message is up.
+  const bool stepAside = aside && aside->isVisible();
+  const Qt::WindowStates before = stepAside ? aside->windowState() : Qt::WindowStates();
+  if (stepAside) aside->setWindowState(before | Qt::WindowMinimized);
   if (noticeSink) {
     noticeSink(text);
-    return;
+  } else {
+    QMessageBox box(QMessageBox::NoIcon, QApplication::applicationName(), text, QMessageBox::Ok);
+    box.exec();
   }
-  // The window stays on top of everything: it steps aside while the message is up.
-  const bool aside = isVisible();
-  if (aside) showMinimized();
-  QMessageBox box(QMessageBox::NoIcon, QApplication::applicationName(), text, QMessageBox::Ok);
-  box.exec();
-  if (aside) showNormal();
+  if (stepAside) aside->setWindowState(before);
 }
 
 void NormalityTests::boldLegend(QLabel* selected) {
@@ -256,7 +256,7 @@ void NormalityTests::writeVerdict() {
 }
 
 void NormalityTests::refuse(const QString& notice, bool hideSlider) {
-  ShowNotice(notice);
+  ShowNotice(notice, this);
   YesBell->hide();
   NoBell->show();
   showBusy(false);

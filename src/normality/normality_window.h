@@ -41,7 +41,8 @@ class NormalityTests : public QDialog {
   ~NormalityTests() override;
 
   // How a test's message reaches the user; tests replace it. By default a plain box with
-  // one OK button, the window minimised while it is up (it stays on top of the others).
+  // one OK button. Either way the window (or, for Lilliefors' count, its owner) is
+  // minimised while it is up, since this window stays on top of the others.
   static std::function<void(const QString&)> noticeSink;
 
   // Handlers, in the order the window runs them.
@@ -91,7 +92,9 @@ class NormalityTests : public QDialog {
  private:
   void buildControls();
   void placeLegends();
-  void ShowNotice(const QString& text);
+  // Shows a test's message; `aside` (this window, or its owner) is minimised while the
+  // message is up and then put back as it was.
+  void ShowNotice(const QString& text, QWidget* aside);
   void boldLegend(QLabel* selected);
   // A runner: marks its legend, shows the busy mark, runs the test, puts the slider back.
   void runTest(QLabel* legend, void (NormalityTests::*test)(), bool hideSlider);
@@ -107,6 +110,9 @@ class NormalityTests : public QDialog {
 
   NormalityInput m_input;
   std::optional<double> m_ownLevel;
+  // The p value behind Pval as the last run judged it (Jarque-Bera's four decimals where
+  // the box shows three); none counts as 0.
+  std::optional<double> m_heldP;
   std::optional<double>* m_level = nullptr;  // SignificanceLevel, the record's or m_ownLevel
 };
 

@@ -94,11 +94,16 @@ ShapiroWilkCoreResult ShapiroWilkCore(std::span<const double> sample, double alp
     return i == j ? 0.0 : Sign(i - j) * a[std::min(i, j)];
   };
 
-  const double range = x(n) - x(1);
-  double sx = x(1) / range;
+  // W does not change with the scale of the values. A range past the largest double
+  // is taken of the halves of the values, which gives the same quotients.
+  double range = x(n) - x(1);
+  const double scale = std::isfinite(range) ? 1.0 : 0.5;
+  if (scale != 1.0) range = x(n) * scale - x(1) * scale;
+  auto scaled = [&](std::ptrdiff_t i) { return x(i) * scale / range; };
+  double sx = scaled(1);
   double sa = -a[1];
   for (std::ptrdiff_t i = 2; i <= n; ++i) {
-    sx += x(i) / range;
+    sx += scaled(i);
     sa += weight(i);
   }
   sa /= dn;
@@ -107,7 +112,7 @@ ShapiroWilkCoreResult ShapiroWilkCore(std::span<const double> sample, double alp
   double ssa = 0.0, ssx = 0.0, sax = 0.0;
   for (std::ptrdiff_t i = 1; i <= n; ++i) {
     const double asa = weight(i) - sa;
-    const double xsx = x(i) / range - sx;
+    const double xsx = scaled(i) - sx;
     ssa += asa * asa;
     ssx += xsx * xsx;
     sax += asa * xsx;
@@ -141,13 +146,28 @@ ShapiroWilkResult ShapiroWilk(std::span<const double> sample, double level, char
   ShapiroWilkResult r;
   const std::optional<double> s = Stdev(sample);
   // The zero deviation is checked before the count; a single value has no deviation.
-  if (!s || *s == 0.0 || sample.size() < 4) {
+  // A deviation past the largest double has no value either, but W needs none.
+  const bool zero = s && *s == 0.0;
+  if (zero || sample.size() < 4) {
     r.refused = true;
-    r.notice = (s && *s == 0.0) ? kZeroDeviationNotice : kTooFewObservationsNotice;
+    r.notice = zero ? kZeroDeviationNotice : kTooFewObservationsNotice;
+    r.bell = Bell::No;
+    return r;
+  }
+  // Equal values whose deviation overflowed to no number: the range tells.
+  if (!s && *std::max_element(sample.begin(), sample.end()) == *std::min_element(sample.begin(), sample.end())) {
+    r.refused = true;
+    r.notice = kZeroDeviationNotice;
     r.bell = Bell::No;
     return r;
   }
   r.core = ShapiroWilkCore(sample, kSWAlpha);
+  if (!std::isfinite(r.core.rawW) || !std::isfinite(r.core.rawP)) {
+    r.refused = true;
+    r.notice = kTooLargeNotice;
+    r.bell = Bell::No;
+    return r;
+  }
   r.testStat = FormatFixed(r.core.w, 4, decimalMark);
   r.pval = FormatFixed(r.core.p, 4, decimalMark);
   r.criticalBox = FormatFixed(r.core.critical, 4, decimalMark);

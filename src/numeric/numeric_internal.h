@@ -7,6 +7,7 @@
 
 #include <climits>
 #include <cmath>
+#include <span>
 
 namespace qv::numeric {
 
@@ -64,6 +65,8 @@ double StirlingDifference(double a, double b);  // StirlingError(a + b) - Stirli
 
 // normal.cpp
 double NormalLower(double x);
+// NormalLower of each element, bit for bit, many elements at a time.
+void NormalLowerMany(std::span<const double> x, std::span<double> out);
 
 // gamma_poisson.cpp: Poisson tails with real counts, and the incomplete gamma function.
 double PoissonTerm(double x, double y, double d, double logAdd);

@@ -43,6 +43,12 @@ struct CellBlock {
     CellKind k = kinds[i];
     return k == CellKind::Number || k == CellKind::Date || k == CellKind::Logical;
   }
+  // Counted by the window's figures of the whole range (Count, Min, Max, Kurt, Skew): a
+  // date counts as its serial, a truth value not at all, as the original host counts.
+  bool isStatisticNumber(std::int64_t i) const {
+    CellKind k = kinds[i];
+    return k == CellKind::Number || k == CellKind::Date;
+  }
 };
 
 }  // namespace qv

@@ -59,59 +59,82 @@ double Sum(std::span<const double> x) {
   return s.value();
 }
 
-std::optional<double> Average(std::span<const double> x) {
-  if (x.empty()) return std::nullopt;
-  return Sum(x) / static_cast<double>(x.size());
-}
-
 namespace {
 
-// Mean and the sum of squared deviations, in two compensated passes as the
-// spreadsheet does: 31 copies of 0.1 give exactly 0.
+// Every sum below is worked out on the values times `scale`, a power of two, so exact.
+// A plain sum that overflows (values near the largest double) is taken again on the
+// values scaled below 1, where no sum of a sample this size can overflow.
 template <class Each>
-bool Moments2(Each each, double n, double& mean, double& ss) {
+double ScaleFor(Each each) {
+  double big = 0.0;
+  each([&](double v) { big = std::max(big, std::fabs(v)); });
+  if (!(big > 0.0) || !std::isfinite(big)) return 1.0;
+  return std::ldexp(1.0, -(std::ilogb(big) + 1));
+}
+
+// Mean and the sum of squared deviations of the scaled values, in two compensated
+// passes as the spreadsheet does: 31 copies of 0.1 give exactly 0.
+template <class Each>
+bool Moments2(Each each, double n, double& mean, double& ss, double scale = 1.0) {
   if (n < 1) return false;
   NeumaierSum s;
-  each([&](double v) { s.add(v); });
+  each([&](double v) { s.add(v * scale); });
   mean = s.value() / n;
   NeumaierSum q;
   each([&](double v) {
-    double d = v - mean;
+    double d = v * scale - mean;
     q.add(d * d);
   });
   ss = q.value();
   return true;
 }
 
+// Mean and standard deviation of the scaled values; the scale is 1 unless the plain
+// sums overflow.
+template <class Each>
+bool ScaledMoments(Each each, double n, double& mean, double& sd, double& scale) {
+  double ss;
+  scale = 1.0;
+  if (!Moments2(each, n, mean, ss)) return false;
+  if (!std::isfinite(mean) || !std::isfinite(ss)) {
+    scale = ScaleFor(each);
+    Moments2(each, n, mean, ss, scale);
+  }
+  sd = n > 1 ? std::sqrt(ss / (n - 1)) : 0.0;
+  return std::isfinite(mean) && std::isfinite(sd);
+}
+
 template <class Each>
 std::optional<double> KurtOf(Each each, double n) {
-  double mean, ss;
-  if (n < 4 || !Moments2(each, n, mean, ss)) return std::nullopt;
-  double sd = std::sqrt(ss / (n - 1));
+  double mean, sd, scale;
+  if (n < 4 || !ScaledMoments(each, n, mean, sd, scale)) return std::nullopt;
   if (sd == 0.0) return std::nullopt;
   NeumaierSum s4;
   each([&](double v) {
-    double z = (v - mean) / sd;
+    double z = (v * scale - mean) / sd;
     z *= z;
     s4.add(z * z);
   });
   double k = n * (n + 1) / ((n - 1) * (n - 2) * (n - 3));
   double c = 3 * (n - 1) * (n - 1) / ((n - 2) * (n - 3));
-  return s4.value() * k - c;
+  double r = s4.value() * k - c;
+  if (!std::isfinite(r)) return std::nullopt;
+  return r;
 }
 
 template <class Each>
 std::optional<double> SkewOf(Each each, double n) {
-  double mean, ss;
-  if (n < 3 || !Moments2(each, n, mean, ss)) return std::nullopt;
-  double sd = std::sqrt(ss / (n - 1));
+  double mean, sd, scale;
+  if (n < 3 || !ScaledMoments(each, n, mean, sd, scale)) return std::nullopt;
   if (sd == 0.0) return std::nullopt;
   NeumaierSum s3;
   each([&](double v) {
-    double z = (v - mean) / sd;
+    double z = (v * scale - mean) / sd;
     s3.add(z * z * z);
   });
-  return s3.value() * n / ((n - 1) * (n - 2));
+  double r = s3.value() * n / ((n - 1) * (n - 2));
+  if (!std::isfinite(r)) return std::nullopt;
+  return r;
 }
 
 auto ArrayEach(std::span<const double> x) {
@@ -123,17 +146,26 @@ auto ArrayEach(std::span<const double> x) {
 auto RangeEach(const CellBlock& r) {
   return [&r](auto&& f) {
     for (std::int64_t i = 0; i < r.size(); ++i)
-      if (r.isRangeNumber(i)) f(r.numbers[i]);
+      if (r.isStatisticNumber(i)) f(r.numbers[i]);
   };
 }
 
 }  // namespace
 
-std::optional<double> Stdev(std::span<const double> x) {
-  double mean, ss;
-  if (x.size() < 2 || !Moments2(ArrayEach(x), static_cast<double>(x.size()), mean, ss))
+std::optional<double> Average(std::span<const double> x) {
+  double mean, sd, scale;
+  if (x.empty() || !ScaledMoments(ArrayEach(x), static_cast<double>(x.size()), mean, sd, scale))
     return std::nullopt;
-  return std::sqrt(ss / static_cast<double>(x.size() - 1));
+  return mean / scale;
+}
+
+std::optional<double> Stdev(std::span<const double> x) {
+  double mean, sd, scale;
+  if (x.size() < 2 || !ScaledMoments(ArrayEach(x), static_cast<double>(x.size()), mean, sd, scale))
+    return std::nullopt;
+  double r = sd / scale;  // a deviation beyond the largest double has no value
+  if (!std::isfinite(r)) return std::nullopt;
+  return r;
 }
 
 std::optional<double> Min(std::span<const double> x) {
@@ -150,7 +182,7 @@ std::optional<double> MedianSorted(std::span<const double> a) {
   if (a.empty()) return std::nullopt;
   std::size_t n = a.size();
   if (n % 2) return a[n / 2];
-  return (a[n / 2 - 1] + a[n / 2]) / 2.0;
+  return MidPoint(a[n / 2 - 1], a[n / 2]);
 }
 
 std::optional<double> Median(std::span<const double> x) {
@@ -162,7 +194,7 @@ std::optional<double> Median(std::span<const double> x) {
   if (n % 2) return *mid;
   double hi = *mid;
   double lo = *std::max_element(v.begin(), mid);
-  return (lo + hi) / 2.0;
+  return MidPoint(lo, hi);
 }
 
 std::optional<double> Kurt(std::span<const double> x) {
@@ -173,9 +205,14 @@ std::optional<double> Skew(std::span<const double> x) {
   return SkewOf(ArrayEach(x), static_cast<double>(x.size()));
 }
 
+double MidPoint(double a, double b) {
+  double m = (a + b) / 2.0;
+  return std::isfinite(m) ? m : a / 2.0 + b / 2.0;
+}
+
 std::int64_t Count(const CellBlock& r) {
   std::int64_t c = 0;
-  for (std::int64_t i = 0; i < r.size(); ++i) c += r.isRangeNumber(i);
+  for (std::int64_t i = 0; i < r.size(); ++i) c += r.isStatisticNumber(i);
   return c;
 }
 
@@ -235,12 +272,67 @@ std::int64_t CountTextIf(const CellBlock& r, std::string_view criterion) {
 std::int64_t CountIf(const CellBlock& r, std::string_view criterion) {
   std::int64_t c = 0;
   if (IsNumericText(criterion)) {
-    double want = Val(criterion);
-    for (std::int64_t i = 0; i < r.size(); ++i)
-      if (r.isRangeNumber(i) && r.numbers[i] == want) ++c;
+    // A number matches when it shows as the criterion's number does (15 digits): the
+    // spreadsheet counts =0.1+0.2 under 0.3.
+    const double want = Val(criterion);
+    const std::string shown = NumberText(want);
+    const double reach = std::fabs(want) * 1e-14;
+    for (std::int64_t i = 0; i < r.size(); ++i) {
+      if (!r.isRangeNumber(i)) continue;
+      double v = r.numbers[i];
+      if (v == want || (std::fabs(v - want) <= reach && NumberText(v) == shown)) ++c;
+    }
   }
   // A text cell counts when it reads the same as the criterion, "12" for "12" too.
   return c + CountTextIf(r, criterion);
+}
+
+std::optional<double> Correl(std::span<const double> x, std::span<const double> y) {
+  if (x.size() != y.size() || x.empty()) return std::nullopt;
+  const double n = static_cast<double>(x.size());
+  NeumaierSum sx, sy;
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    sx.add(x[i]);
+    sy.add(y[i]);
+  }
+  const double mx = sx.value() / n;
+  const double my = sy.value() / n;
+  NeumaierSum sxy, sxx, syy;
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    double dx = x[i] - mx;
+    double dy = y[i] - my;
+    sxy.add(dx * dy);
+    sxx.add(dx * dx);
+    syy.add(dy * dy);
+  }
+  double den = std::sqrt(sxx.value()) * std::sqrt(syy.value());
+  if (!(den > 0.0) || !std::isfinite(den)) return std::nullopt;
+  double r = sxy.value() / den;
+  // Rounding may carry a perfect correlation a hair past 1.
+  return std::clamp(r, -1.0, 1.0);
+}
+
+std::optional<double> Weibull(double x, double alpha, double beta, bool cumulative) {
+  if (!(x >= 0.0) || !(alpha > 0.0) || !(beta > 0.0)) return std::nullopt;
+  double p = std::pow(x / beta, alpha);
+  if (cumulative) return -std::expm1(-p);
+  double d = alpha / std::pow(beta, alpha) * std::pow(x, alpha - 1) * std::exp(-p);
+  if (!std::isfinite(d)) return std::nullopt;
+  return d;
+}
+
+std::optional<double> ExponDist(double x, double lambda, bool cumulative) {
+  if (!(x >= 0.0) || !(lambda > 0.0)) return std::nullopt;
+  if (cumulative) return -std::expm1(-lambda * x);
+  return lambda * std::exp(-lambda * x);
+}
+
+std::optional<double> NormDist(double x, double mean, double sd, bool cumulative) {
+  if (!(sd > 0.0)) return std::nullopt;
+  double z = (x - mean) / sd;
+  if (cumulative) return 0.5 * std::erfc(-z / std::sqrt(2.0));
+  const double rootTwoPi = 2.506628274631000502415765;
+  return std::exp(-z * z / 2) / (sd * rootTwoPi);
 }
 
 }  // namespace qv

@@ -43,8 +43,37 @@ TEST(Discrete, ListingLimitsAndDistinctTexts) {
   DistinctValues d = UniqueValuesForCols(v, ',');
   EXPECT_EQ(d.texts, (Texts{"3", "1", "0,3", "2", "0"}));
   EXPECT_EQ(d.values[2], 0.1 + 0.2);
-  // That text does not read back as the same double: ticked, it matches nothing.
-  EXPECT_TRUE(FilterCheckedValues(std::vector<double>{0.1 + 0.2}, Texts{"0.3"}).empty());
+}
+
+// A distinct value is the text it shows: ticking "0.3" keeps and counts =0.1+0.2 too, as
+// COUNTIF does, and only values shown with that very text.
+TEST(Discrete, ValuesShownWithTheSameTextAreOneRow) {
+  const double sum = 0.1 + 0.2, near = 0.3 + 1e-16, far = 0.3 + 1e-13;
+  struct Case {
+    std::vector<Cell> cells;
+    Texts ticked;
+    Counts counts;
+    std::vector<double> kept;
+  } cases[] = {
+      {{0.3, sum, 0.5, 0.5}, {"0.3", "0.5"}, {2, 2}, {0.3, sum, 0.5, 0.5}},
+      {{0.3, sum, 0.5, 0.5}, {"0.3"}, {2}, {0.3, sum}},
+      {{0.3, sum, 0.5, 0.5}, {"0.5"}, {2}, {0.5, 0.5}},
+      {{sum, near, far, "0.3"}, {"0.3"}, {3}, {0.3, sum, near}},  // far shows 0.3000000000001
+      {{-sum, -0.3, 0.3}, {"-0.3"}, {2}, {-sum, -0.3}},
+      {{1e308, -1e308, 1e308 * (1 + 1e-15)}, {"1E+308"}, {2}, {1e308, 1e308 * (1 + 1e-15)}},
+      {{1e-300, 0.0, -0.0}, {"0"}, {2}, {-0.0, 0.0}},
+  };
+  for (const Case& c : cases) {
+    CellBlock block = Column(c.cells);
+    std::vector<double> sorted = BuildSample(block, SampleFilter::Discrete);
+    EXPECT_EQ(TabulateDiscrete(block, c.ticked).BinCounts, c.counts) << c.ticked[0];
+    std::vector<double> kept = FilterCheckedValues(sorted, c.ticked);
+    EXPECT_EQ(kept, c.kept) << c.ticked[0];
+    for (const std::string& t : c.ticked)
+      EXPECT_EQ(CountIf(block, t), TabulateDiscrete(block, Texts{t}).BinCounts[0]) << t;
+  }
+  DistinctValues d = UniqueValuesForCols(BuildSample(Column({0.3, sum, 0.5, 0.5}), SampleFilter::Discrete));
+  EXPECT_EQ(d.texts, (Texts{"0.3", "0.5"}));
 }
 
 TEST(Discrete, FilterEqualsFilteringTheCellsAgain) {

@@ -2,6 +2,8 @@
 // marks, and the rounded texts against Round then NumberText.
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include <cmath>
 #include <random>
 
@@ -73,6 +75,31 @@ TEST(Statistics, BoxesThatKeepTheirText) {
   EXPECT_EQ(flat.Range, "0");
   EXPECT_EQ(flat.CV, "0%");
   EXPECT_FALSE(RefreshStatistics(centred, facts, 2).CV);  // mean 0
+}
+
+// No box shows NaN or infinity: what can be worked out is shown, a figure beyond the
+// largest double shows "#NUM!".
+TEST(Statistics, HugeValuesShowFiguresOrTheErrorText) {
+  const double big = std::numeric_limits<double>::max();
+  struct Case {
+    std::vector<double> sorted;
+    const char *mean, *sd, *range, *cv, *q25;
+    bool width;  // the width slider gets a maximum
+  } cases[] = {
+      {{-1e308, 0, 1, 1e308}, "0.25", "8.16496580927726E+307", "#NUM!", "#NUM!", "-5E+307", false},
+      {{1e308, 1.5e308, 1.7e308}, "1.4E+308", "3.60555127546399E+307", "7E+307", "26%", "1E+308", true},
+      {{-big, big}, "0", "#NUM!", "#NUM!", "#NUM!", "-1.79769313486232E+308", false},
+  };
+  for (const Case& c : cases) {
+    RangeFacts facts{4, c.sorted.front(), c.sorted.back(), std::nullopt, std::nullopt};
+    StatisticsBoxes b = RefreshStatistics(c.sorted, facts, 2);
+    EXPECT_EQ(b.TextBox2, c.mean);
+    EXPECT_EQ(b.TextBox3, c.sd);
+    EXPECT_EQ(b.Range, c.range);
+    EXPECT_EQ(b.CV, c.cv) << c.mean;
+    EXPECT_EQ(b.TextBox5, c.q25);
+    EXPECT_EQ(b.intervalMaximum.has_value(), c.width);
+  }
 }
 
 TEST(Statistics, RoundedBoxesFollowTheDecimals) {

@@ -67,7 +67,7 @@ TEST(Tabulation, LabelsFollowTheDecimalsAndCountsDoNot) {
 }
 
 TEST(Tabulation, RefusalsLeaveTheTable) {
-  std::vector<double> one{5}, four{1, 2, 3, 4};
+  std::vector<double> one{5}, four{1, 2, 3, 4}, huge{-1e308, 0, 1, 1e308};
   struct Case {
     Tabulation t;
     S status;
@@ -86,6 +86,10 @@ TEST(Tabulation, RefusalsLeaveTheTable) {
       {TabulateByWidth(four, 0, 2), S::Refused, false},                    // the slider at 0
       {TabulateByWidth({}, 1, 2), S::Refused, false},
       {TabulateByWidth(four, 1e-6, 2), S::Refused, true},
+      // Spans beyond the largest double: by width, no number of bins has a value.
+      {TabulateByWidth(huge, 1e300, 2), S::Refused, true},
+      {TabulateByCount(huge, 0, Width(-1e308, 1e308, 1e300), 2), S::Refused, true},
+      {TabulateByCount(four, 0, Width(0, 1.7e308, 1e308), 2), S::Refused, true},  // last edge 2E+308
   };
   // clang-format on
   for (const Case& c : cases) {
@@ -95,6 +99,13 @@ TEST(Tabulation, RefusalsLeaveTheTable) {
   }
   EXPECT_EQ(cases[0].t.message, kTooFewValuesText);
   EXPECT_EQ(TabulateByCount(four, 32767, {}, 2).status, S::Done);
+  for (const Case& c : cases) EXPECT_EQ(c.t.message.find("NaN"), std::string::npos) << c.t.message;
+  // By count the edges are worked out on halves: every label readable, every value counted.
+  Tabulation wide = TabulateByCount(huge, 4, {}, 2);
+  ASSERT_EQ(wide.status, S::Done);
+  EXPECT_EQ(wide.table.BinLabels, (std::vector<std::string>{"-1E+308 to -5E+307", "-5E+307 to 0",
+                                                             "0 to 5E+307", "5E+307 to 1E+308"}));
+  EXPECT_EQ(wide.table.BinCounts, (std::vector<std::int64_t>{1, 0, 2, 1}));
 }
 
 TEST(Tabulation, BinarySearchCountsEqualAScanWithTheSameSides) {

@@ -24,7 +24,10 @@ class MainWindowTest : public OfficeTest {
     s.ActiveBook = book;
     notices.clear();
     MainForm::noticeSink = [this](const QString& t) { notices << t; };
-    MainForm::rangePicker = [this] { return picked; };
+    MainForm::rangePicker = [this](Workbook& over) {
+      pickedOver = over.name();
+      return picked;
+    };
     form = new MainForm;
     form->setAttribute(Qt::WA_DeleteOnClose);
   }
@@ -62,6 +65,7 @@ class MainWindowTest : public OfficeTest {
   MainForm* form = nullptr;
   QStringList notices;
   std::optional<CellRangeRef> picked;
+  std::string pickedOver;  // the name of the document the picker opened over
 };
 
 // Twenty numbers 1..20 under a header, with three blanks among them.

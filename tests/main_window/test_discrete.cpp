@@ -172,5 +172,22 @@ TEST_F(MainWindowTest, DiscreteModeWithNoRangeTakenThenAnUntickedZero) {
   EXPECT_EQ(Bars(*form), "1:1 2:2");
 }
 
+// A value is listed, counted and kept by the text it shows: =0.1+0.2 is "0.3".
+TEST_F(MainWindowTest, DistinctValuesAreTheTextsTheCellsShow) {
+  form->Form_Load();
+  book->write({0, 0, 0, 0, 0}, Column({"h:x", "n:0.3", "b", "n:0.5", "n:0.5"}));
+  book->setFormula(0, 0, 2, "=0.1+0.2");
+  picked = CellRangeRef{0, 0, 0, 0, 4};
+  form->InputButton1_Click();
+  form->OptionDiscrete->click();
+  EXPECT_EQ(form->ListView2->checkedTexts(), (QStringList{"0.3", "0.5"}));
+  EXPECT_EQ(Bars(*form), "0.3:2 0.5:2") << "COUNTIF counts =0.1+0.2 under 0.3";
+  form->ListView2->setChecked(1, false);
+  form->Resetme->click();
+  EXPECT_EQ(State().SampleValues, (std::vector<double>{0.3, 0.1 + 0.2}));
+  EXPECT_EQ(form->TextBox1->text(), "2");
+  EXPECT_EQ(Bars(*form), "0.3:2");
+}
+
 }  // namespace
 }  // namespace qv::testing

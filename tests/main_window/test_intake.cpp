@@ -2,10 +2,13 @@
 // controls, the truncation sliders, and the refusals.
 #include <gtest/gtest.h>
 
+#include <QSlider>
 #include <QTest>
 #include <QTimer>
 
 #include "normality_window.h"
+#include "rounded_text.h"
+#include "worksheet_functions.h"
 
 #include "main_window_fixture.h"
 
@@ -185,6 +188,165 @@ TEST_F(MainWindowTest, NormalityWindowOpensOnTheTruncatedSample) {
   EXPECT_EQ(used, "Anderson Darling test");
   EXPECT_FALSE(stat.isEmpty());
   EXPECT_TRUE(truncatedShown);
+}
+
+}  // namespace
+}  // namespace qv::testing
+
+namespace qv::testing {
+namespace {
+
+bool Readable(const QString& text) {
+  return !text.contains("NaN") && !text.contains("Inf") && !text.startsWith("Text") && text.size() <= 24;
+}
+
+TEST_F(MainWindowTest, HugeValuesShowFiguresOrErrorTextsNeverNaN) {
+  form->Form_Load();
+  Take(Column({"h:x", "n:1e308", "n:-1e308", "n:0", "n:1"}));
+  const std::vector<double> x{1e308, -1e308, 0, 1};
+  struct Box {
+    QLineEdit* box;
+    std::string text;
+  } boxes[] = {{form->TextBox1, "4"},
+               {form->TextBox2, "0.25"},
+               {form->TextBox3, RoundedText(*Stdev(x), 2)},
+               {form->Range, "#NUM!"},  // 2E+308 is no double
+               {form->TextBox4, "-1E+308"},
+               {form->TextBox6, "0.5"},
+               {form->TextBox8, "1E+308"},
+               {form->CV, "#NUM!"},
+               {form->krt, RoundedText(*Kurt(x), 2)},
+               {form->skw, RoundedText(*Skew(x), 2)}};
+  for (const Box& b : boxes)
+    EXPECT_EQ(b.box->text().toStdString(), b.text) << b.box->objectName().toStdString();
+  EXPECT_TRUE(Stdev(x).has_value() && Kurt(x).has_value() && Skew(x).has_value());
+  ASSERT_EQ(form->DAS_BarChart1->barCount(), 5);
+  EXPECT_EQ(form->DAS_BarChart1->barLabel(0), "-1E+308 to -6E+307");
+  EXPECT_EQ(form->DAS_BarChart1->barLabel(4), "6E+307 to 1E+308");
+  EXPECT_EQ(BarValues(*form), (std::vector<double>{1, 0, 2, 0, 1}));
+  for (QLineEdit* box : {form->TextBox5, form->TextBox7, form->Miss})
+    EXPECT_TRUE(Readable(box->text())) << box->objectName().toStdString() << box->text().toStdString();
+  EXPECT_EQ(form->SSlider11->valueText(), "-1E+308");
+  EXPECT_EQ(form->SSlider22->valueText(), "1E+308");
+  EXPECT_GT(form->SSlider22->slider()->width(), 20) << "the labels leave the sliders their room";
+  // Bins by width cannot be made over a span beyond the largest double: refused, clearly.
+  form->SSliderInterval->setPosition(1e307);
+  form->SSliderInterval_Change();
+  ASSERT_EQ(notices.size(), 1);
+  EXPECT_FALSE(notices[0].contains("NaN")) << notices[0].toStdString();
+  EXPECT_TRUE(notices[0].startsWith("The values span more than the largest number"));
+  for (int i = 0; i < form->DAS_BarChart1->barCount(); ++i)
+    EXPECT_TRUE(Readable(form->DAS_BarChart1->barLabel(i))) << i;
+}
+
+TEST_F(MainWindowTest, AnEmptyAreaBelowTheDataIsNoSecondArea) {
+  form->Form_Load();
+  book->write({0, 0, 0, 0, 0}, Column({"h:x", "n:1", "n:2", "n:3", "n:4", "n:5"}));
+  book->select({CellRangeRef{0, 0, 0, 0, 5}, CellRangeRef{0, 2, 19, 2, 24}});  // A1:A6, C20:C25
+  form->UseSelection = true;
+  form->InputButton1_Click();
+  EXPECT_TRUE(notices.isEmpty()) << notices.join("|").toStdString();
+  EXPECT_EQ(State().InputRange, (CellRangeRef{0, 0, 0, 0, 5}));
+  EXPECT_EQ(form->TextBox1->text(), "5");
+}
+
+// Every refresh reads the range again when a cell of it changed: the figures of the whole
+// range and the ends of the sliders follow at once.
+TEST_F(MainWindowTest, EveryRefreshFollowsAnEditOfTheRange) {
+  form->Form_Load();
+  Take(HeaderTwentyThreeBlanks());
+  const QString kurtBefore = form->krt->text();
+  book->write({0, 0, 24, 0, 0}, Column({"n:1000"}));  // below the range: nothing changes
+  book->write({0, 0, 23, 0, 0}, Column({"n:1000"}));  // the 20 becomes 1000
+  form->DecimalCombo->setCurrentIndex(3);
+  form->DecimalCombo_Click();
+  std::vector<double> now;
+  for (int v = 1; v <= 19; ++v) now.push_back(v);
+  now.push_back(1000);
+  EXPECT_NE(form->krt->text(), kurtBefore);
+  EXPECT_EQ(form->krt->text().toStdString(), RoundedText(*Kurt(now), 3));
+  EXPECT_EQ(form->skw->text().toStdString(), RoundedText(*Skew(now), 3));
+  EXPECT_EQ(form->Label12->text(), "*Max") << "the handle stays at 20, below the new maximum";
+  EXPECT_EQ(form->TextBox8->text(), "19");
+  // One click of Resetme takes the new ends.
+  book->write({0, 0, 23, 0, 0}, Column({"n:2000"}));
+  form->Resetme_Click();
+  EXPECT_EQ(form->SSlider22->upperBound(), 2000);
+  EXPECT_EQ(form->SSlider22->position(), 2000);
+  EXPECT_EQ(form->TextBox8->text(), "2000");
+  EXPECT_EQ(form->Label12->text(), "MAX");
+  // The knob's table too; the low handle stays at 1, so the new -50 is cut and marked.
+  book->write({0, 0, 1, 0, 0}, Column({"n:-50"}));
+  form->BinsBox->setText("4");
+  EXPECT_EQ(form->SSlider11->lowerBound(), -50);
+  EXPECT_EQ(form->TextBox4->text(), "2");
+  EXPECT_EQ(form->Label8->text(), "*Min");
+  EXPECT_EQ(form->DAS_BarChart1->barCount(), 4);
+}
+
+// Truth values: the range's figures skip them, the sample takes them as -1 and 0 when
+// they lie within the bounds.
+TEST_F(MainWindowTest, TruthValuesAreNoFigureOfTheRangeButEnterTheSample) {
+  form->Form_Load();
+  Take(Column({"h:x", "l:1", "n:-2", "n:5", "n:7", "n:9", "l:0", "d:3"}));
+  const std::vector<double> numbers{-2, 5, 7, 9, 3};  // the date as its serial
+  EXPECT_EQ(form->SSlider11->lowerBound(), -2);
+  EXPECT_EQ(form->SSlider22->upperBound(), 9);
+  EXPECT_EQ(State().SampleValues, (std::vector<double>{-2, -1, 0, 5, 7, 9}));
+  EXPECT_EQ(form->TextBox1->text(), "6");
+  EXPECT_EQ(form->Miss->text(), "2");  // the header and the date
+  EXPECT_EQ(form->krt->text().toStdString(), RoundedText(*Kurt(numbers), 2));
+  EXPECT_EQ(form->skw->text().toStdString(), RoundedText(*Skew(numbers), 2));
+  EXPECT_EQ(form->Label8->text() + form->Label12->text(), "MINMAX");
+}
+
+TEST_F(MainWindowTest, ThePickerOpensOverTheDocumentInFront) {
+  form->Form_Load();
+  book->write({0, 0, 0, 0, 0}, HeaderTwentyThreeBlanks());
+  std::shared_ptr<Workbook> other = office().createWorkbook(false);
+  other->write({0, 0, 0, 0, 0}, HeaderTwentyThreeBlanks());
+  other->activate();
+  picked = CellRangeRef{0, 0, 0, 0, 23};
+  form->InputButton1_Click();
+  EXPECT_EQ(pickedOver, other->name());
+  EXPECT_TRUE(form->TextBox14->text().isEmpty()) << "a pick in another workbook is refused";
+  EXPECT_FALSE(book->resolveName(kDataName).has_value());
+  other->close();
+  // Over the attached workbook the same pick is taken.
+  book->activate();
+  form->InputButton1_Click();
+  EXPECT_EQ(pickedOver, book->name());
+  EXPECT_EQ(form->TextBox1->text(), "20");
+}
+
+// The truncation handles stop at the range's exact ends and at every multiple of 10^-d
+// between them, so the bound the label shows is the bound in force.
+TEST_F(MainWindowTest, TruncationStepsAreTheShownDecimals) {
+  form->Form_Load();
+  Take(Column({"h:x", "n:1.005", "n:5.25", "n:3.3333", "n:10", "n:7"}));
+  DoubleSlider* high = form->SSlider22;
+  QSlider* grid = high->slider();
+  EXPECT_EQ(grid->minimum(), 0);
+  EXPECT_EQ(grid->maximum(), 900);  // 1.005, 1.01 ... 9.99, 10
+  for (int step : {0, 1, 2, 425, 899, 900}) {
+    grid->setValue(step);
+    double p = high->position();
+    double shown = high->valueText().toDouble();
+    if (step == 0) EXPECT_EQ(p, 1.005);
+    else EXPECT_EQ(p, shown) << step << " shows " << high->valueText().toStdString();
+  }
+  grid->setValue(425);
+  EXPECT_EQ(high->valueText(), "5.25");
+  form->SSlider22_MouseUp();
+  EXPECT_EQ(form->TextBox8->text(), "5.25") << "the value equal to the shown bound stays in";
+  EXPECT_EQ(form->TextBox1->text(), "3");
+  // At no decimals the steps are whole numbers.
+  form->DecimalCombo->setCurrentIndex(0);
+  form->DecimalCombo_Click();
+  form->Resetme_Click();
+  EXPECT_EQ(grid->maximum(), 9);  // 1.005, 2 ... 9, 10
+  grid->setValue(8);
+  EXPECT_EQ(high->position(), 9);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QSlider>
 #include <QTest>
+#include <algorithm>
 #include <cmath>
 
 #include "busy_indicator.h"
@@ -27,11 +28,11 @@ namespace {
 
 struct Window {
   explicit Window(const std::vector<double>& x, std::int64_t rangeCount = -1, bool truncated = false,
-                  bool rangeTaken = true) {
+                  bool rangeTaken = true, QWidget* owner = nullptr) {
     // Messages are collected instead of waiting for a click on a box.
     NormalityTests::noticeSink = [this](const QString& t) { notices.push_back(t); };
     const std::int64_t count = rangeCount < 0 ? static_cast<std::int64_t>(x.size()) : rangeCount;
-    w = std::make_unique<NormalityTests>(NormalityInput{x, rangeTaken, count, truncated, &level});
+    w = std::make_unique<NormalityTests>(NormalityInput{x, rangeTaken, count, truncated, &level}, owner);
     w->show();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(w.get()));
   }
@@ -188,6 +189,63 @@ TEST(NormalityWindow, LevelOfTheSliderCarriesToShapiroWilk) {
   }
   EXPECT_EQ(t.w->JBFew->text(), kJBTooFewText);
   EXPECT_TRUE(t.notices.empty());
+}
+
+// The slider judges the four-decimal p the run held, not the three decimals on display:
+// with p = 0.0503 (shown "0.050") the run at 0.05 accepts, and so does the slider at 0.05.
+TEST(NormalityWindow, SliderJudgesThePValueTheRunHeld) {
+  // normal50 and one more value, moved until the four-decimal p is 0.0503.
+  std::vector<double> x = Sample("normal50");
+  const double top = x.back();
+  double lo = top, hi = top + 100.0;
+  auto p4 = [&](double t) {
+    std::vector<double> y = x;
+    y.push_back(t);
+    return std::stod(*JBpValueArray(JBStatArray(y)));
+  };
+  for (int k = 0; k < 200 && p4(lo) != 0.0503; ++k) {
+    const double mid = (lo + hi) / 2;
+    (p4(mid) >= 0.0503 ? lo : hi) = mid;
+  }
+  ASSERT_EQ(p4(lo), 0.0503);
+  x.push_back(lo);
+  std::sort(x.begin(), x.end());
+  Window t(x);
+  t.turn(3);
+  ASSERT_EQ(t.w->Pval->text(), "0.050");
+  EXPECT_EQ(t.verdict(), "yes: Accept normality!");
+  struct Case { double level; const char* bell; } cases[] = {
+      {0.04, "yes"}, {0.05, "yes"}, {0.051, "no"}, {0.0, "yes"}, {0.049, "yes"}, {0.15, "no"}};
+  for (const Case& c : cases) {
+    t.slide(c.level);
+    EXPECT_EQ(t.verdict(), std::string(c.bell) + ": Accept normality!") << "level " << c.level;
+  }
+}
+
+// While a message is up the window that would cover it steps aside: the owner (the main
+// window) for Lilliefors' count, this window for a refusal; both are put back after.
+TEST(NormalityWindow, MessagesMinimiseTheWindowTheyWouldHide) {
+  const std::vector<double> three{1.0, 2.0, 4.0}, constant(40, 2.5);
+  struct Case { const std::vector<double>* x; int position; bool ownerAside, windowAside; } cases[] = {
+      {&three, 4, true, false}, {&constant, 4, false, true}, {&three, 1, false, true}};
+  for (const Case& c : cases) {
+    QWidget owner;
+    owner.resize(200, 100);
+    owner.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&owner));
+    Window t(*c.x, -1, false, true, &owner);
+    std::vector<std::pair<bool, bool>> states;  // owner, window minimised at each message
+    NormalityTests::noticeSink = [&](const QString&) {
+      states.emplace_back(owner.isMinimized(), t.w->isMinimized());
+    };
+    t.turn(c.position);
+    const std::string what = std::to_string(c.x->size()) + " values, test " + std::to_string(c.position);
+    ASSERT_EQ(states.size(), 1u) << what;
+    EXPECT_EQ(states[0].first, c.ownerAside) << what;
+    EXPECT_EQ(states[0].second, c.windowAside) << what;
+    EXPECT_FALSE(owner.isMinimized()) << what;
+    EXPECT_FALSE(t.w->isMinimized()) << what;
+  }
 }
 
 TEST(NormalityWindow, WithoutARangeNothingRuns) {

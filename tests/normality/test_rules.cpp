@@ -58,6 +58,51 @@ TEST(Refusals, EachTestRefusesWhatItCannotStandardise) {
   }
 }
 
+// Values near the end of the double range: each test shows figures that are numbers, or
+// refuses with its notice; no NaN or infinity reaches a box or a verdict. Shapiro-Wilk
+// does not change with the scale and always runs; Anderson-Darling holds its mean and
+// deviation in 32 bits and refuses anything past 3.4e38.
+TEST(Refusals, HugeValuesGiveNumbersOrANotice) {
+  auto spread = [](std::vector<double> head, double scale, std::size_t n) {
+    for (std::size_t i = head.size(); i < n; ++i) head.push_back(scale * ((static_cast<double>(i % 17) - 8.0) / 8.0));
+    std::sort(head.begin(), head.end());
+    return head;
+  };
+  const double big = std::numeric_limits<double>::max();
+  struct Case { const char* what; std::vector<double> x; bool adRuns; } cases[] = {
+      {"1e308, -1e308, 0, 1 and small values", spread({1e308, -1e308, 0.0, 1.0}, 1.0, 40), false},
+      {"values of 1e308 either side of 0", spread({}, 1e308, 40), false},
+      {"the largest double beside small values", spread({big, big, -big}, 1.0, 40), false},
+      {"1e200: squares overflow", spread({}, 1e200, 40), false},
+      {"1e30 still fits in 32 bits", spread({}, 1e30, 40), true}};
+  for (const Case& c : cases) {
+    const ShapiroWilkResult sw = ShapiroWilk(c.x, 0.05);
+    const AndersonDarlingResult ad = AndersonDarling(c.x);
+    const LillieforsResult lf = Lilliefors(c.x);
+    const JarqueBeraResult jb = JarqueBera(c.x, static_cast<std::int64_t>(c.x.size()), 0.05);
+    const TestDisplay* runs[] = {&sw, &ad, &lf, &jb};
+    for (int i = 0; i < 4; ++i) {
+      const TestDisplay& r = *runs[i];
+      const std::string what = std::string(c.what) + ", test " + std::to_string(i);
+      ASSERT_TRUE(r.bell.has_value()) << what;
+      if (r.refused) {
+        EXPECT_EQ(r.notice, kTooLargeNotice) << what;
+        EXPECT_EQ(r.bell, Bell::No) << what;
+        EXPECT_TRUE(r.testStat.empty() && r.criticalBox.empty() && r.pval.empty()) << what;
+        continue;
+      }
+      for (const std::string& box : {r.testStat, r.criticalBox, r.pval}) {
+        EXPECT_EQ(box.find_first_not_of("0123456789.-NA"), std::string::npos) << what << ": " << box;
+      }
+    }
+    EXPECT_FALSE(sw.refused) << c.what;
+    EXPECT_TRUE(sw.core.rawW > 0 && sw.core.rawW <= 1) << c.what << ": " << sw.core.rawW;
+    EXPECT_EQ(ad.refused, !c.adRuns) << c.what;
+    if (!lf.refused) { EXPECT_TRUE(lf.d > 0 && lf.d < 1) << c.what << ": " << lf.d; }
+    if (!jb.refused) { EXPECT_TRUE(jb.statistic && std::isfinite(*jb.statistic)) << c.what; }
+  }
+}
+
 TEST(Lilliefors, CriticalValueByCount) {
   struct Case { std::int64_t n; double critical; } cases[] = {
       {3, 0.0},     {4, 0.381},   {5, 0.337},  {12, 0.242},     {13, 0.234},

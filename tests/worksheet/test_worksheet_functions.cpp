@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <vector>
 
 #include "worksheet_functions.h"
@@ -75,6 +76,52 @@ TEST(WorksheetFunctions, RangeFormsCountOnlyNumericCells) {
   EXPECT_EQ(CountIf(r, "header"), 1);
   EXPECT_EQ(CeilingOne(3.0000001), 4);
   EXPECT_EQ(CeilingOne(-0.5), 0);
+}
+
+// Values near the largest double: a plain sum overflows, the figures do not. Each is the
+// figure of the same values scaled down by 2^1000 (exact), scaled back; Kurt and Skew do
+// not change with the scale. A figure that itself lies beyond the largest double has none.
+TEST(WorksheetFunctions, HugeValuesHaveTheFiguresOfTheirScaledCopies) {
+  const double big = std::numeric_limits<double>::max();
+  for (std::vector<double> x : {std::vector<double>{1e308, -1e308, 0, 1},
+                                std::vector<double>{1.7e308, 1.6e308, 1.5e308, 1.7e308, 1.0},
+                                std::vector<double>{big, big, -big, 1e307, 5.0}}) {
+    std::vector<double> small;
+    for (double v : x) small.push_back(std::ldexp(v, -1000));
+    EXPECT_NEAR(*Average(x), std::ldexp(*Average(small), 1000), 1e-15 * std::fabs(x[0])) << x[0];
+    EXPECT_NEAR(*Stdev(x), std::ldexp(*Stdev(small), 1000), 1e-15 * std::fabs(x[0])) << x[0];
+    EXPECT_NEAR(*Kurt(x), *Kurt(small), 1e-13) << x[0];
+    EXPECT_NEAR(*Skew(x), *Skew(small), 1e-13) << x[0];
+  }
+  EXPECT_EQ(*Average(std::vector<double>{big, big}), big);
+  EXPECT_EQ(*Median(std::vector<double>{big, big}), big);
+  EXPECT_EQ(*MedianSorted(std::vector<double>{-big, big}), 0);
+  EXPECT_FALSE(Stdev(std::vector<double>{big, -big}).has_value());  // sqrt(2) times the largest
+}
+
+// The range forms count numbers and dates; truth values and texts are left out.
+TEST(WorksheetFunctions, RangeFormsSkipTruthValues) {
+  CellBlock r;
+  r.resize(7, 1);
+  r.setNumber(0, 1, CellKind::Logical);
+  r.setNumber(1, -2);
+  r.setNumber(2, 5);
+  r.setNumber(3, 0, CellKind::Logical);
+  r.setNumber(4, 9);
+  r.setNumber(5, 3, CellKind::Date);
+  r.setText(6, "7");
+  const std::vector<double> counted{-2, 5, 9, 3};
+  EXPECT_EQ(Count(r), 4);
+  EXPECT_EQ(*Min(r), -2);
+  EXPECT_EQ(*Max(r), 9);
+  EXPECT_EQ(*Kurt(r), *Kurt(counted));
+  EXPECT_EQ(*Skew(r), *Skew(counted));
+  CellBlock onlyTruth;
+  onlyTruth.resize(2, 1);
+  onlyTruth.setNumber(0, 1, CellKind::Logical);
+  onlyTruth.setNumber(1, 0, CellKind::Logical);
+  EXPECT_EQ(Count(onlyTruth), 0);
+  EXPECT_EQ(*Max(onlyTruth), 0);  // MAX of no number is 0
 }
 
 }  // namespace
