@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QIntValidator>
 #include <QMessageBox>
+#include <QTimer>
 #include <QWindow>
 
 #include "analysis_state.h"
@@ -302,8 +303,13 @@ void MainForm::connectHandlers() {
 }
 
 void MainForm::Form_Load() {
-  // Stays above the spreadsheet, as a tool window over the data.
-  setWindowFlag(Qt::WindowStaysOnTopHint, true);
+  // Stays above the spreadsheet, as a tool window over the data. Changing the flags
+  // hides a shown window: it is shown again.
+  if (!windowFlags().testFlag(Qt::WindowStaysOnTopHint)) {
+    bool shown = isVisible();
+    setWindowFlag(Qt::WindowStaysOnTopHint, true);
+    if (shown) show();
+  }
   setWindowOpacity(0.99);
   setFixedHeight(1600 / 15);
   for (int i = 1; i <= 9; ++i) SwitchKnob4->addPosition(QString::number(i), i);
@@ -391,6 +397,13 @@ bool MainForm::eventFilter(QObject* watched, QEvent* event) {
 void MainForm::closeEvent(QCloseEvent* event) {
   // Every step is tried: an office that has gone away makes them fail quietly.
   AnalysisState& s = State();
+  if (s.ActiveBook && s.ActiveBook->picking()) {
+    // The office's range picker is up: end it first; the close comes back after.
+    s.ActiveBook->abortPick();
+    event->ignore();
+    QTimer::singleShot(0, this, [this] { close(); });
+    return;
+  }
   if (s.ActiveBook) {
     try {
       s.ActiveBook->deleteName(kDataName);

@@ -28,13 +28,21 @@ class NoOfficeError : public OfficeError {
 
 class Workbook;
 
+// How a caller waits for the office. The hook is handed each office call and returns
+// once that call has run, on whatever thread it chose (a window keeps painting meanwhile);
+// it may end the process instead, but never return early. Without a hook every call
+// runs inline on the caller's thread. Calls made from inside a call run inline.
+using OfficeCallWaiter = std::function<void(const std::function<void()>& call)>;
+void SetOfficeCallWaiter(OfficeCallWaiter waiter);
+
 class Office {
  public:
   // The connection used when QUANTAVUE_CONNECT does not name another.
   static std::string DefaultConnection();
   // Attaches to an office that already listens on `connection` (a UNO connection
   // string such as "pipe,name=quantavue;urp;"); never starts one. Throws NoOfficeError
-  // when none answers, OfficeError when the pipe belongs to another user.
+  // when none answers, OfficeError when the pipe is a link, no socket, or belongs to
+  // another user.
   static std::unique_ptr<Office> Attach(const std::string& connection);
 
   ~Office();
@@ -90,8 +98,11 @@ class Workbook {
   // the user cancels. `wait` runs while the user picks (it should keep the caller's
   // windows alive).
   std::optional<CellRangeRef> pickRange(const std::string& title, const std::function<void()>& wait);
-  // Cancels a pick in progress (from `wait`, or from another window).
+  // Cancels the pick in progress, started from this or any other workbook object (from
+  // `wait`, or from another window); the pick ends even when the office no longer answers.
   void abortPick();
+  // Whether a pick is in progress in the process.
+  bool picking() const;
   // The used area of a sheet; nothing for an empty sheet.
   std::optional<CellRangeRef> usedRange(int sheet);
 
@@ -104,9 +115,12 @@ class Workbook {
   std::vector<CellRangeRef> errorFormulaCells(const CellRangeRef& range);
   void select(const std::vector<CellRangeRef>& areas);
 
+  // Our own name leaves the document's modified flag as it found it, so that the
+  // office does not ask to save a document whose cells nobody changed.
   void defineName(const std::string& name, const CellRangeRef& range);
   std::optional<CellRangeRef> resolveName(const std::string& name);
   void deleteName(const std::string& name);
+  bool modified();
 
   // $A$2:$A$101, or [book.ods]Sheet1!$A$2:$A$101 with external.
   std::string address(const CellRangeRef& range, bool external);
@@ -121,6 +135,9 @@ class Workbook {
   // and Logical cells get a date or truth-value number format.
   void write(const CellRangeRef& at, const CellBlock& values);
   void setFormula(int sheet, std::int32_t col, std::int32_t row, const std::string& formula);
+  // A small rectangle drawn on a sheet and selected, as a user selecting a picture.
+  void drawRectangle(int sheet);
+  void setModified(bool modified);
   void save(const std::string& path);
   void close();
 

@@ -1,5 +1,6 @@
 // The object model over the office's UNO API. Every call that reaches the office is
 // wrapped so that a failure becomes an OfficeError, never a crash.
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -7,8 +8,10 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdlib>
+#include <exception>
 #include <mutex>
 #include <thread>
+#include <type_traits>
 
 #include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
@@ -16,6 +19,9 @@
 #include <com/sun/star/connection/NoConnectException.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/container/XNamed.hpp>
+#include <com/sun/star/drawing/XDrawPageSupplier.hpp>
+#include <com/sun/star/drawing/XShape.hpp>
+#include <com/sun/star/drawing/XShapes.hpp>
 #include <com/sun/star/frame/XComponentLoader.hpp>
 #include <com/sun/star/frame/XController.hpp>
 #include <com/sun/star/frame/XDesktop.hpp>
@@ -59,6 +65,7 @@
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/util/XModifyBroadcaster.hpp>
 #include <com/sun/star/util/XModifyListener.hpp>
+#include <com/sun/star/util/XModifiable.hpp>
 #include <com/sun/star/util/XNumberFormatTypes.hpp>
 #include <com/sun/star/util/XNumberFormats.hpp>
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
@@ -97,18 +104,54 @@ std::string S(const OUString& s) {
   throw OfficeError(what + ": " + S(e.Message));
 }
 
+OfficeCallWaiter& Waiter() {
+  static auto* waiter = new OfficeCallWaiter;  // outlives every static that may call
+  return *waiter;
+}
+
+// Set while a thread runs a call handed to the waiter: calls from inside it run inline.
+thread_local int tInsideCall = 0;
+
+// Runs f through the waiter, if there is one; its result or exception comes back here.
+template <class F>
+auto Waited(F&& f) -> decltype(f()) {
+  using R = decltype(f());
+  if (!Waiter() || tInsideCall > 0) return f();
+  std::exception_ptr error;
+  std::optional<std::conditional_t<std::is_void_v<R>, bool, R>> result;
+  Waiter()([&] {
+    ++tInsideCall;
+    try {
+      if constexpr (std::is_void_v<R>) {
+        f();
+        result.emplace(true);
+      } else {
+        result.emplace(f());
+      }
+    } catch (...) {
+      error = std::current_exception();
+    }
+    --tInsideCall;
+  });
+  if (error) std::rethrow_exception(error);
+  if (!result) throw OfficeError("The spreadsheet does not answer");
+  if constexpr (!std::is_void_v<R>) return std::move(*result);
+}
+
 // Runs an office call; every UNO exception becomes an OfficeError naming the step.
 template <class F>
 auto Guard(const char* what, F&& f) -> decltype(f()) {
-  try {
-    return f();
-  } catch (const OfficeError&) {
-    throw;
-  } catch (const lang::DisposedException& e) {
-    throw OfficeError(std::string("The spreadsheet has gone away (") + what + ")");
-  } catch (const Exception& e) {
-    Fail(what, e);
-  }
+  return Waited([&]() -> decltype(f()) {
+    try {
+      return f();
+    } catch (const OfficeError&) {
+      throw;
+    } catch (const lang::DisposedException& e) {
+      throw OfficeError(std::string("The spreadsheet has gone away (") + what + ")");
+    } catch (const Exception& e) {
+      Fail(what, e);
+    }
+  });
 }
 
 table::CellRangeAddress ToUno(const CellRangeRef& r) {
@@ -143,6 +186,7 @@ class ModifyFlag : public cppu::WeakImplHelper1<util::XModifyListener> {
 class PickListener : public cppu::WeakImplHelper1<sheet::XRangeSelectionListener> {
  public:
   std::mutex m;
+  std::condition_variable cv;
   bool finished = false;
   bool wasAborted = false;
   OUString descriptor;
@@ -150,16 +194,16 @@ class PickListener : public cppu::WeakImplHelper1<sheet::XRangeSelectionListener
     std::lock_guard<std::mutex> l(m);
     descriptor = e.RangeDescriptor;
     finished = true;
+    cv.notify_all();
   }
-  void SAL_CALL aborted(const sheet::RangeSelectionEvent&) override {
+  void SAL_CALL aborted(const sheet::RangeSelectionEvent&) override { abort(); }
+  void SAL_CALL disposing(const lang::EventObject&) override { abort(); }
+  void abort() {
     std::lock_guard<std::mutex> l(m);
+    if (finished) return;
     wasAborted = true;
     finished = true;
-  }
-  void SAL_CALL disposing(const lang::EventObject&) override {
-    std::lock_guard<std::mutex> l(m);
-    wasAborted = true;
-    finished = true;
+    cv.notify_all();
   }
 };
 
@@ -178,14 +222,23 @@ struct Office::Impl {
   }
 };
 
+// The range pick in progress, whichever workbook object started it: the office shows one
+// picker at a time, and a window closing must be able to end it.
+struct ActivePick {
+  rtl::Reference<PickListener> listener;
+  Reference<sheet::XRangeSelection> picker;
+};
+ActivePick& CurrentPick() {
+  static auto* pick = new ActivePick;
+  return *pick;
+}
+
 struct Workbook::Impl {
   Reference<frame::XModel> model;
   Reference<sheet::XSpreadsheetDocument> doc;
   Reference<lang::XMultiServiceFactory> factory;
   rtl::Reference<ModifyFlag> flag;
   Reference<util::XModifyBroadcaster> watched;
-  rtl::Reference<PickListener> pick;
-  Reference<sheet::XRangeSelection> picker;
 
   Reference<sheet::XSpreadsheet> sheet(int index) {
     Reference<container::XIndexAccess> sheets(doc->getSheets(), UNO_QUERY_THROW);
@@ -202,8 +255,9 @@ struct Workbook::Impl {
   void unwatch() {
     if (watched.is() && flag.is()) {
       try {
-        watched->removeModifyListener(Reference<util::XModifyListener>(flag.get()));
-      } catch (const Exception&) {
+        Guard("no longer watching the range",
+              [&] { watched->removeModifyListener(Reference<util::XModifyListener>(flag.get())); });
+      } catch (const OfficeError&) {
       }
     }
     watched.clear();
@@ -231,7 +285,19 @@ std::string PipeName(const std::string& connection) {
   return connection.substr(p + key.size(), e == std::string::npos ? std::string::npos : e - p - key.size());
 }
 
+// Calls that change the document only for our own bookkeeping (the workbook name) leave
+// its modified flag as they found it.
+template <class F>
+void KeepingModifiedFlag(const Reference<frame::XModel>& model, F&& f) {
+  Reference<util::XModifiable> flag(model, UNO_QUERY);
+  bool before = flag.is() && flag->isModified();
+  f();
+  if (flag.is() && !before && flag->isModified()) flag->setModified(false);
+}
+
 }  // namespace
+
+void SetOfficeCallWaiter(OfficeCallWaiter waiter) { Waiter() = std::move(waiter); }
 
 std::string Office::DefaultConnection() {
   const char* env = std::getenv("QUANTAVUE_CONNECT");
@@ -242,33 +308,43 @@ Office::Office(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
 Office::~Office() = default;
 
 std::unique_ptr<Office> Office::Attach(const std::string& connection) {
-  // The pipe's name is predictable: talk only to an office of our own user.
+  // The pipe's name is predictable: talk only to an office of our own user. lstat, so
+  // that a link planted there cannot lead us to somebody else's socket.
   std::string pipe = PipeName(connection);
   if (!pipe.empty()) {
     std::string path = "/tmp/OSL_PIPE_" + std::to_string(getuid()) + "_" + pipe;
     struct stat st {};
-    if (stat(path.c_str(), &st) != 0) throw NoOfficeError("No office listens on the pipe " + pipe);
-    if (st.st_uid != getuid())
-      throw OfficeError("The pipe " + path + " belongs to another user; Quantavue will not connect to it.");
+    if (lstat(path.c_str(), &st) != 0) throw NoOfficeError("No office listens on the pipe " + pipe);
+    if (!S_ISSOCK(st.st_mode) || st.st_uid != getuid())
+      throw OfficeError("The pipe " + path +
+                        " is not a socket of your own; Quantavue will not connect to it.");
   }
+  // A peer that closes the pipe under a write is an office gone away, not a reason to
+  // die of SIGPIPE.
+  signal(SIGPIPE, SIG_IGN);
   // Without this the bootstrap seems to work and the first office call crashes.
   setenv("URE_BOOTSTRAP", "vnd.sun.star.pathname:/usr/lib/libreoffice/program/fundamentalrc", 0);
   auto impl = std::make_unique<Impl>();
-  try {
-    static Reference<uno::XComponentContext> local = cppu::defaultBootstrap_InitialComponentContext();
-    Reference<bridge::XUnoUrlResolver> resolver(
-        local->getServiceManager()->createInstanceWithContext("com.sun.star.bridge.UnoUrlResolver", local),
-        UNO_QUERY_THROW);
-    Reference<uno::XInterface> remote = resolver->resolve(U("uno:" + connection + "StarOffice.ComponentContext"));
-    impl->ctx.set(remote, UNO_QUERY_THROW);
-    impl->smgr = impl->ctx->getServiceManager();
-    impl->desktop.set(impl->smgr->createInstanceWithContext("com.sun.star.frame.Desktop", impl->ctx),
-                      UNO_QUERY_THROW);
-  } catch (const connection::NoConnectException&) {
-    throw NoOfficeError("No office answers on " + connection);
-  } catch (const Exception& e) {
-    Fail("Attaching to the office", e);
-  }
+  Waited([&] {
+    try {
+      // Kept for the life of the process: the runtime must not be torn down under it.
+      static auto* local = new Reference<uno::XComponentContext>(cppu::defaultBootstrap_InitialComponentContext());
+      Reference<bridge::XUnoUrlResolver> resolver(
+          (*local)->getServiceManager()->createInstanceWithContext("com.sun.star.bridge.UnoUrlResolver", *local),
+          UNO_QUERY_THROW);
+      Reference<uno::XInterface> remote = resolver->resolve(U("uno:" + connection + "StarOffice.ComponentContext"));
+      impl->ctx.set(remote, UNO_QUERY_THROW);
+      impl->smgr = impl->ctx->getServiceManager();
+      impl->desktop.set(impl->smgr->createInstanceWithContext("com.sun.star.frame.Desktop", impl->ctx),
+                        UNO_QUERY_THROW);
+    } catch (const connection::NoConnectException&) {
+      throw NoOfficeError("No office answers on " + connection);
+    } catch (const lang::DisposedException&) {
+      throw OfficeError("The spreadsheet has gone away (attaching to the office)");
+    } catch (const Exception& e) {
+      Fail("Attaching to the office", e);
+    }
+  });
   return std::unique_ptr<Office>(new Office(std::move(impl)));
 }
 
@@ -421,27 +497,47 @@ Selection Workbook::selection() {
 std::optional<CellRangeRef> Workbook::pickRange(const std::string& title, const std::function<void()>& wait) {
   rtl::Reference<PickListener> listener = new PickListener;
   Guard("starting the range picker", [&] {
-    impl_->picker.set(impl_->controller(), UNO_QUERY_THROW);
-    impl_->pick = listener;
-    impl_->picker->addRangeSelectionListener(Reference<sheet::XRangeSelectionListener>(listener.get()));
+    Reference<sheet::XRangeSelection> picker(impl_->controller(), UNO_QUERY_THROW);
+    picker->addRangeSelectionListener(Reference<sheet::XRangeSelectionListener>(listener.get()));
     Sequence<beans::PropertyValue> args(3);
     args[0] = Prop("Title", Any(U(title)));
     args[1] = Prop("CloseOnMouseRelease", Any(true));
     args[2] = Prop("InitialValue", Any(OUString()));
-    impl_->picker->startRangeSelection(args);
+    picker->startRangeSelection(args);
+    CurrentPick() = ActivePick{listener, picker};
   });
-  for (;;) {
-    {
-      std::lock_guard<std::mutex> l(listener->m);
-      if (listener->finished) break;
+  // The listener alone cannot tell an office that has gone: ask it something cheap now
+  // and then, which throws once it is gone.
+  auto finishPick = [&] {
+    try {
+      Guard("ending the range picker", [&] {
+        if (CurrentPick().picker.is())
+          CurrentPick().picker->removeRangeSelectionListener(Reference<sheet::XRangeSelectionListener>(listener.get()));
+      });
+    } catch (const OfficeError&) {
     }
-    wait();
-  }
+    CurrentPick() = ActivePick{};
+  };
+  auto lastAsked = std::chrono::steady_clock::now();
   try {
-    impl_->picker->removeRangeSelectionListener(Reference<sheet::XRangeSelectionListener>(listener.get()));
-  } catch (const Exception&) {
+    for (;;) {
+      {
+        std::unique_lock<std::mutex> l(listener->m);
+        // A short sleep between turns of `wait`, so that the wait does not spin.
+        if (listener->cv.wait_for(l, std::chrono::milliseconds(10), [&] { return listener->finished; })) break;
+      }
+      wait();
+      auto now = std::chrono::steady_clock::now();
+      if (now - lastAsked >= std::chrono::milliseconds(250)) {
+        lastAsked = now;
+        Guard("waiting for the picked range", [&] { impl_->model->getURL(); });
+      }
+    }
+  } catch (...) {
+    finishPick();
+    throw;
   }
-  impl_->pick.clear();
+  finishPick();
   if (listener->wasAborted) return std::nullopt;
   return Guard("reading the picked range", [&] {
     // The office's own parser reads its descriptor, quotes and all.
@@ -455,11 +551,18 @@ std::optional<CellRangeRef> Workbook::pickRange(const std::string& title, const 
 }
 
 void Workbook::abortPick() {
+  ActivePick pick = CurrentPick();
+  if (!pick.listener.is()) return;
   try {
-    if (impl_->pick.is() && impl_->picker.is()) impl_->picker->abortRangeSelection();
-  } catch (const Exception&) {
+    Guard("cancelling the range picker", [&] {
+      if (pick.picker.is()) pick.picker->abortRangeSelection();
+    });
+  } catch (const OfficeError&) {
   }
+  pick.listener->abort();
 }
+
+bool Workbook::picking() const { return CurrentPick().listener.is(); }
 
 std::optional<CellRangeRef> Workbook::usedRange(int sheet) {
   return Guard("reading the used range", [&]() -> std::optional<CellRangeRef> {
@@ -579,11 +682,14 @@ Reference<sheet::XNamedRanges> Names(Workbook::Impl& w) {
 
 void Workbook::defineName(const std::string& name, const CellRangeRef& range) {
   Guard("naming the range", [&] {
-    Reference<sheet::XNamedRanges> names = Names(*impl_);
-    if (names->hasByName(U(name))) names->removeByName(U(name));
-    table::CellAddress base;
-    base.Sheet = static_cast<sal_Int16>(range.sheet);
-    names->addNewByName(U(name), U(CalcAddress(range, sheetName(range.sheet))), base, 0);
+    std::string content = CalcAddress(range, sheetName(range.sheet));
+    KeepingModifiedFlag(impl_->model, [&] {
+      Reference<sheet::XNamedRanges> names = Names(*impl_);
+      if (names->hasByName(U(name))) names->removeByName(U(name));
+      table::CellAddress base;
+      base.Sheet = static_cast<sal_Int16>(range.sheet);
+      names->addNewByName(U(name), U(content), base, 0);
+    });
   });
 }
 
@@ -601,8 +707,17 @@ std::optional<CellRangeRef> Workbook::resolveName(const std::string& name) {
 
 void Workbook::deleteName(const std::string& name) {
   Guard("deleting the range's name", [&] {
-    Reference<sheet::XNamedRanges> names = Names(*impl_);
-    if (names->hasByName(U(name))) names->removeByName(U(name));
+    KeepingModifiedFlag(impl_->model, [&] {
+      Reference<sheet::XNamedRanges> names = Names(*impl_);
+      if (names->hasByName(U(name))) names->removeByName(U(name));
+    });
+  });
+}
+
+bool Workbook::modified() {
+  return Guard("reading the modified flag", [&] {
+    Reference<util::XModifiable> flag(impl_->model, UNO_QUERY);
+    return flag.is() && flag->isModified();
   });
 }
 
@@ -675,6 +790,25 @@ void Workbook::write(const CellRangeRef& at, const CellBlock& values) {
 
 void Workbook::setFormula(int sheet, std::int32_t col, std::int32_t row, const std::string& formula) {
   Guard("writing a formula", [&] { impl_->sheet(sheet)->getCellByPosition(col, row)->setFormula(U(formula)); });
+}
+
+void Workbook::drawRectangle(int sheet) {
+  Guard("drawing a rectangle", [&] {
+    Reference<drawing::XShape> shape(impl_->factory->createInstance("com.sun.star.drawing.RectangleShape"),
+                                     UNO_QUERY_THROW);
+    Reference<drawing::XDrawPageSupplier> page(impl_->sheet(sheet), UNO_QUERY_THROW);
+    Reference<drawing::XShapes>(page->getDrawPage(), UNO_QUERY_THROW)->add(shape);
+    shape->setSize(awt::Size(2000, 1000));
+    shape->setPosition(awt::Point(1000, 1000));
+    Reference<view::XSelectionSupplier> sup(impl_->controller(), UNO_QUERY_THROW);
+    sup->select(Any(shape));
+  });
+}
+
+void Workbook::setModified(bool modified) {
+  Guard("setting the modified flag", [&] {
+    Reference<util::XModifiable>(impl_->model, UNO_QUERY_THROW)->setModified(modified);
+  });
 }
 
 void Workbook::save(const std::string& path) {

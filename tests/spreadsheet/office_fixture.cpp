@@ -12,12 +12,17 @@
 namespace qv::testing {
 
 HeadlessOffice& HeadlessOffice::Get() {
-  static HeadlessOffice office;
+  static HeadlessOffice office(0);
   return office;
 }
 
-HeadlessOffice::HeadlessOffice() {
-  std::string tag = std::to_string(getpid());
+std::unique_ptr<HeadlessOffice> HeadlessOffice::StartAnother() {
+  static int serial = 0;
+  return std::unique_ptr<HeadlessOffice>(new HeadlessOffice(++serial));
+}
+
+HeadlessOffice::HeadlessOffice(int serial) {
+  std::string tag = std::to_string(getpid()) + (serial ? "x" + std::to_string(serial) : "");
   profile_ = (std::filesystem::temp_directory_path() / ("qv-office-" + tag)).string();
   std::filesystem::create_directories(profile_);
   std::string pipe = "qvtest" + tag;
@@ -49,7 +54,15 @@ void HeadlessOffice::Kill() {
     kill(-pid_, SIGKILL);
     waitpid(pid_, nullptr, 0);
     pid_ = -1;
+    // A killed office leaves its pipe's file behind.
+    std::string name = connection_.substr(connection_.find("name=") + 5);
+    std::error_code ec;
+    std::filesystem::remove("/tmp/OSL_PIPE_" + std::to_string(getuid()) + "_" + name.substr(0, name.find(';')), ec);
   }
+}
+
+void HeadlessOffice::Freeze(bool frozen) {
+  if (pid_ > 0) kill(-pid_, frozen ? SIGSTOP : SIGCONT);
 }
 
 HeadlessOffice::~HeadlessOffice() {

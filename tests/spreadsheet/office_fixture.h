@@ -16,15 +16,19 @@ class HeadlessOffice {
   // Starts the office (once per process) and attaches to it; fails the test when it
   // does not answer within 60 s.
   static HeadlessOffice& Get();
+  // An office of the caller's own besides, for a test that ends it.
+  static std::unique_ptr<HeadlessOffice> StartAnother();
   Office& office() { return *office_; }
   std::shared_ptr<Office> shared() { return office_; }
   const std::string& connection() const { return connection_; }
   // Ends the office, as a user closing it would.
   void Kill();
+  // Stops or resumes the office (SIGSTOP, SIGCONT): a frozen office answers nothing.
+  void Freeze(bool frozen);
   ~HeadlessOffice();
 
  private:
-  HeadlessOffice();
+  explicit HeadlessOffice(int serial);
   std::shared_ptr<Office> office_;
   std::string connection_;
   std::string profile_;

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <random>
+#include <thread>
 
 #include "office_fixture.h"
 #include "worksheet_functions.h"
@@ -173,6 +174,64 @@ TEST_F(OfficeTest, ReadUsedStopsAtTheUsedArea) {
   EXPECT_EQ(whole.rows, 3);
   EXPECT_EQ(CountA(whole), 3);
   EXPECT_EQ(book->readUsed({0, 5, 0, 5, 1048575}).size(), 0) << "column F holds nothing";
+}
+
+}  // namespace
+}  // namespace qv::testing
+
+namespace qv::testing {
+namespace {
+
+TEST_F(OfficeTest, OurNameLeavesTheModifiedFlagAsItWas) {
+  book->write({0, 0, 0, 0, 0}, Column({"h:x", "n:1", "n:2", "n:3"}));
+  for (bool before : {false, true}) {
+    book->setModified(before);
+    book->defineName("data919234xxx", CellRangeRef{0, 0, 1, 0, 3});
+    EXPECT_EQ(book->modified(), before);
+    book->deleteName("data919234xxx");
+    EXPECT_EQ(book->modified(), before) << "a document the user changed stays changed";
+  }
+}
+
+// The waiter may run each call on another thread: results and errors come back to the
+// caller as if the call had run inline, and a call made inside a call is not handed over.
+TEST_F(OfficeTest, AWaiterRunsEachCallAndHandsBackItsOutcome) {
+  int handed = 0;
+  std::thread::id caller = std::this_thread::get_id();
+  bool ranElsewhere = true;
+  SetOfficeCallWaiter([&](const std::function<void()>& call) {
+    ++handed;
+    std::thread t([&] {
+      ranElsewhere = ranElsewhere && std::this_thread::get_id() != caller;
+      call();
+    });
+    t.join();
+  });
+  book->write({0, 0, 0, 0, 0}, Column({"h:x", "n:1", "n:2", "n:3"}));
+  EXPECT_EQ(book->read({0, 0, 1, 0, 3}).numbers, (std::vector<double>{1, 2, 3}));
+  EXPECT_THROW(office().callFunction("KURT", *book, CellRangeRef{0, 0, 1, 0, 3}), OfficeError);
+  int before = handed;
+  book->defineName("data919234xxx", CellRangeRef{0, 0, 1, 0, 3});  // reads the sheet's name inside
+  EXPECT_EQ(handed, before + 1);
+  SetOfficeCallWaiter(nullptr);
+  EXPECT_TRUE(ranElsewhere);
+  EXPECT_EQ(book->resolveName("data919234xxx"), (CellRangeRef{0, 0, 1, 0, 3}));
+}
+
+// The office dies while its range picker is up: the pick ends with an error instead of
+// waiting for a listener that will never hear anything.
+TEST(OfficeGone, PickEndsWhenTheOfficeGoes) {
+  std::unique_ptr<HeadlessOffice> own = HeadlessOffice::StartAnother();
+  auto book = own->office().createWorkbook(false);
+  ASSERT_TRUE(book);
+  int waits = 0;
+  EXPECT_THROW(book->pickRange("Select a range in one column, header is first cell",
+                               [&] {
+                                 if (++waits == 1) own->Kill();
+                                 if (waits > 3000) throw std::runtime_error("the picker never returned");
+                               }),
+               OfficeError);
+  EXPECT_FALSE(book->picking());
 }
 
 }  // namespace

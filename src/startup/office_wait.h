@@ -1,0 +1,15 @@
+// Waiting for the office without freezing the windows: each office call runs on one
+// worker thread while the GUI thread keeps painting; the user's input waits until the
+// call is back, a close request is honoured, and a spreadsheet that does not answer is
+// reported after a while.
+#pragma once
+
+#include <chrono>
+
+namespace qv {
+
+// Installs the waiter for every office call of the process. Needs a QApplication.
+void InstallOfficeWaiter(std::chrono::milliseconds noAnswerLimit = std::chrono::seconds(10));
+void RemoveOfficeWaiter();
+
+}  // namespace qv
