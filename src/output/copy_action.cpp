@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDir>
+#include <QFileInfo>
 #include <QPixmap>
 #include <QScreen>
 #include <QWidget>
@@ -88,7 +90,14 @@ void SendPrintScreen(QWidget* window) {
   if (!image.isNull()) QGuiApplication::clipboard()->setPixmap(image);
 }
 
-QString CopySoundPath() { return QCoreApplication::applicationDirPath() + "/" + kCopySoundFile; }
+// Beside the program in a build tree; in share/quantavue when installed.
+QString CopySoundPath() {
+  const QString dir = QCoreApplication::applicationDirPath();
+  const QString beside = dir + "/" + kCopySoundFile;
+  const QString installed = dir + "/../share/quantavue/" + kCopySoundFile;
+  if (!QFileInfo::exists(beside) && QFileInfo::exists(installed)) return QDir::cleanPath(installed);
+  return beside;
+}
 
 void PlayCopySound() {
 #ifdef QV_HAVE_MULTIMEDIA

@@ -15,6 +15,7 @@
 
 #include "analysis_state.h"
 #include "main_form.h"
+#include "office_setup.h"
 #include "office_wait.h"
 #include "scripted_run.h"
 
@@ -26,7 +27,7 @@ QString DocsPage(const QString& name) {
   // Until the product has a site, its pages ship beside the program; a program run
   // from its build tree finds them in the source tree.
   QDir dir(QCoreApplication::applicationDirPath());
-  for (const char* rel : {"docs", "../docs", "../../docs", "../share/quantavue/docs"})
+  for (const char* rel : {"docs", "../share/quantavue/docs", "../docs", "../../docs"})
     if (dir.exists(QString::fromLatin1(rel) + "/" + name))
       return dir.absoluteFilePath(QString::fromLatin1(rel) + "/" + name);
   QDir source(QStringLiteral(QUANTAVUE_SOURCE_DOCS));
@@ -136,6 +137,8 @@ void ReleaseOffice() {
 }  // namespace qv
 
 int main(int argc, char** argv) {
+  // The office's one-time set-up is a terminal chore: no window, no display.
+  if (qv::IsOfficeSetupCommand(argc, argv)) return qv::RunOfficeSetup(argc, argv);
   if (!qv::DisplayUsable(argc, argv)) return 1;
   QApplication app(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Quantavue"));
