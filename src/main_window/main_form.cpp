@@ -8,9 +8,18 @@
 #include <QWindow>
 
 #include "analysis_state.h"
+#include "chrome_icons.h"
+#include "help_window.h"
+#include "themed_button.h"
+#include "titel_bar.h"
+#include "window_shadow.h"
 #include "bin_rules.h"
 #include "copy_action.h"
+#include "cumulative_window.h"
 #include "normality_window.h"
+#include "number_text.h"
+#include "plot_data_sheets.h"
+#include "visualize_window.h"
 #include "worksheet_functions.h"
 
 namespace qv {
@@ -23,6 +32,26 @@ namespace {
 // The design lays the window out in twips: 15 to a pixel at 96 dpi.
 QRect Twips(int left, int top, int width, int height) {
   return QRect(left / 15, top / 15, width / 15, height / 15);
+}
+
+// A flat button of the program's own look.
+qv::ThemedButton* Flat(QWidget* parent, const QString& caption, QColor back = QColor()) {
+  auto* b = new qv::ThemedButton(caption, parent);
+  b->setButtonThemeType(1);
+  if (back.isValid()) b->setBackColor(back);
+  return b;
+}
+
+// A button that shows only a picture of the given PictureSize and PictureAlign.
+qv::ThemedButton* Pictured(QWidget* parent, const QIcon& picture, int size, int align, int themeType = 1,
+                           QColor back = Qt::white) {
+  auto* b = new qv::ThemedButton(parent);
+  b->setButtonThemeType(themeType);
+  if (themeType == 1) b->setBackColor(back);
+  b->setPicture(picture);
+  b->setPictureSize(size);
+  b->setPictureAlign(align);
+  return b;
 }
 
 QLineEdit* StatBox(QWidget* parent, const QString& caption, int row, int col, QLabel** label = nullptr) {
@@ -41,6 +70,7 @@ MainForm::MainForm(QWidget* parent) : QWidget(parent) {
   setWindowTitle(QStringLiteral("Quantavue-Interactive"));
   setFont(QFont(QStringLiteral("Tahoma"), 8));
   setFixedWidth(13872 / 15);
+  TitelBar1 = TitelBar::Install(this, false);
   buildStrip();
   buildTab();
   buildLower();
@@ -55,7 +85,7 @@ MainForm::~MainForm() {
 void MainForm::buildStrip() {
   Label21 = new QLabel(QStringLiteral("Select the range to analyse"), this);
   Label21->setGeometry(Twips(1200, 540, 4000, 300));
-  InputButton1 = new QPushButton(QStringLiteral("..."), this);
+  InputButton1 = Pictured(this, RangePickIcon(), 2, 2, 0);
   InputButton1->setGeometry(Twips(360, 720, 732, 612));
   InputButton1->setToolTip(QStringLiteral("Select the range to analyse"));
   TextBox14 = new QLineEdit(this);
@@ -66,7 +96,7 @@ void MainForm::buildStrip() {
   NumberOfValues->setStyleSheet(QStringLiteral("color: rgb(192, 0, 0);"));
   NumberOfValues->setWordWrap(true);
   NumberOfValues->hide();
-  CopyPaste = new QPushButton(QStringLiteral("Copy"), this);
+  CopyPaste = Pictured(this, CopyWindowIcon(), 1, 0);
   CopyPaste->setGeometry(Twips(13200, 600, 492, 492));
   CopyPaste->setToolTip(QStringLiteral("Copy this form to the clipboard as an image"));
 }
@@ -132,7 +162,7 @@ void MainForm::buildTab() {
   Increment = new QLineEdit(f2);
   Increment->setGeometry(170, 74, 90, 24);
   Increment->setToolTip(QStringLiteral("Must be lower or equal to the (From-To) span"));
-  Calculate = new QPushButton(QStringLiteral("Calculate"), f2);
+  Calculate = Flat(f2, QStringLiteral("Calculate"));
   Calculate->setGeometry(170, 110, 100, 28);
 
   Frame1 = new QGroupBox(tab);
@@ -151,11 +181,11 @@ void MainForm::buildTab() {
   krt = StatBox(Frame1, QStringLiteral("Kurtosis"), 5, 1);
   skw = StatBox(Frame1, QStringLiteral("Skewness"), 6, 0);
 
-  Normality = new QPushButton(QStringLiteral("Test normality"), tab);
+  Normality = Flat(tab, QStringLiteral("Test normality"), QColor(0xC0, 0xC0, 0xC0));
   Normality->setToolTip(QStringLiteral("Runs tests for trsting the hypothesis of normality"));
-  QQplot = new QPushButton(QStringLiteral("P-P plot"), tab);
+  QQplot = Flat(tab, QStringLiteral("P-P plot"), QColor(0xC0, 0xC0, 0xC0));
   QQplot->setToolTip(Normality->toolTip());
-  Excel = new QPushButton(QStringLiteral("Excel"), tab);
+  Excel = Pictured(tab, SheetExportIcon(), 3, 2);
   Excel->setToolTip(QStringLiteral("Export to Excel"));
   CheckInclude = new QCheckBox(QStringLiteral("Include observations"), tab);
   CheckInclude->setToolTip(QStringLiteral("The observations on which the histogram is based are also exported"));
@@ -163,8 +193,8 @@ void MainForm::buildTab() {
   w = 13332 / 15 - x - 10;
   Normality->setGeometry(x, 30, w, 30);
   QQplot->setGeometry(x, 70, w, 30);
-  Excel->setGeometry(x, 110, w, 30);
-  CheckInclude->setGeometry(x, 150, w, 40);
+  Excel->setGeometry(x, 108, 56, 56);  // room for its 48-pixel picture
+  CheckInclude->setGeometry(x, 168, w, 40);
 
   Disabled = new QLineEdit(QStringLiteral("Disabled in discrete mode"), tab);
   Disabled->setReadOnly(true);
@@ -174,7 +204,10 @@ void MainForm::buildTab() {
 
 void MainForm::buildLower() {
   auto help = [this](int n, QWidget* parent, QRect where) {
-    ThemedButton[n] = new QPushButton(QStringLiteral("?"), parent);
+    auto* b = Flat(parent, QStringLiteral("?"), QColor(0x80, 0x80, 0x80));
+    b->setForeColor(Qt::white);
+    b->setPictureSize(0);
+    ThemedButton[n] = b;
     ThemedButton[n]->setGeometry(where);
   };
   help(8, this, Twips(120, 5760, 300, 288));
@@ -183,9 +216,10 @@ void MainForm::buildLower() {
   help(2, FrameBinning[2], QRect(340, 18, 22, 22));
   ComboHighlight = new QComboBox(this);
   ComboHighlight->setGeometry(Twips(480, 5760, 2532, 288));
-  CondFormat = new QPushButton(QStringLiteral("Clear highlight"), this);
+  CondFormat = Flat(this, QStringLiteral("Clear highlight"));
   CondFormat->setGeometry(Twips(3120, 5760, 1500, 288));
-  ThemedButton6 = new QPushButton(QStringLiteral("Truncate range"), this);
+  CondFormat->hide();  // shown once a highlight is chosen
+  ThemedButton6 = Flat(this, QStringLiteral("Truncate range"), QColor(0xC0, 0xC0, 0xC0));
   ThemedButton6->setGeometry(Twips(480, 6180, 2532, 330));
 
   Frame55 = new QGroupBox(QStringLiteral("Truncate range"), this);
@@ -199,7 +233,7 @@ void MainForm::buildLower() {
   Label13[4]->setGeometry(10, 90, 200, 18);
   SSlider11 = new DoubleSlider(Frame55);
   SSlider11->setGeometry(10, 108, 240, 46);
-  Resetme = new QPushButton(QStringLiteral("\u21ba"), Frame55);
+  Resetme = Pictured(Frame55, ResetIcon(), 1, 2);
   Resetme->setGeometry(256, 60, 32, 32);
   Resetme->setToolTip(QStringLiteral("Reset sliders"));
   help(5, Frame55, QRect(256, 130, 32, 24));
@@ -244,7 +278,7 @@ void MainForm::buildLower() {
   dec->setGeometry(Twips(12600, 5760, 1100, 300));
   DecimalCombo = new QComboBox(this);
   DecimalCombo->setGeometry(Twips(12960, 6120, 700, 330));
-  SonicClick16 = new QPushButton(QStringLiteral("Cumulative\nchart"), this);
+  SonicClick16 = Flat(this, QStringLiteral("Cumulative chart"), QColor(0xC0, 0xC0, 0xC0));
   SonicClick16->setGeometry(Twips(12600, 6800, 1200, 700));
 }
 
@@ -292,12 +326,21 @@ void MainForm::connectHandlers() {
   connect(SlideGap, &DoubleSlider::valueChanged, this, [this] { SlideGap_Change(); });
   connect(Check1, &QCheckBox::clicked, this, [this] { Check1_Click(); });
   connect(Normality, &QPushButton::clicked, this, [this] { ShowNormalityTests(); });
+  connect(QQplot, &QPushButton::clicked, this, [this] { ShowVisualize(); });
+  connect(SonicClick16, &QPushButton::clicked, this, [this] { ShowCumulat(); });
+  connect(Excel, &QPushButton::clicked, this, [this] { Excel_Click(); });
+  // activated, not currentIndexChanged: choosing the entry already shown runs it again.
+  connect(ComboHighlight, &QComboBox::activated, this, [this] { ComboHighlight_Click(); });
+  connect(CondFormat, &QPushButton::clicked, this, [this] { CondFormat_Click(); });
   connect(CopyPaste, &QPushButton::clicked, this, [this] {
     SendPrintScreen(this);
     PlayCopySound();
   });
   for (int n : {1, 2, 3, 4, 5, 8})
-    connect(ThemedButton[n], &QPushButton::clicked, this, [n] { State().HelpTopic = n; });
+    connect(ThemedButton[n], &QPushButton::clicked, this, [this, n] {
+      State().HelpTopic = n;
+      HelpMsg::ShowTopic(State().HelpTopic, this);
+    });
   // The decimals are chosen from the list only: typed keys are discarded.
   DecimalCombo->installEventFilter(this);
 }
@@ -311,6 +354,10 @@ void MainForm::Form_Load() {
     if (shown) show();
   }
   setWindowOpacity(0.99);
+  if (!Shadow) {
+    Shadow = new WindowShadow(this);
+    Shadow->Shadow(this);
+  }
   setFixedHeight(1600 / 15);
   for (int i = 1; i <= 9; ++i) SwitchKnob4->addPosition(QString::number(i), i);
   SwitchKnob4->setSetting(QStringLiteral("5"));
@@ -358,6 +405,35 @@ void MainForm::ShowNormalityTests() {
   input.significanceLevel = &s.SignificanceLevel;
   NormalityTests window(std::move(input), this);
   window.exec();  // modal: the sample stands still while it is open
+}
+
+void MainForm::ShowVisualize() {
+  AnalysisState& s = State();
+  const char mark = decimalMark();
+  // The figures as the boxes show them, read with the mark they were written with.
+  auto shown = [mark](const QLineEdit* box) { return Val(box->text().toStdString(), mark); };
+  VisualizeInput input;
+  input.sample = s.SampleValues;
+  input.shownMean = shown(TextBox2);
+  input.shownStdev = shown(TextBox3);
+  input.shownMinimum = shown(TextBox4);
+  input.shownMaximum = shown(TextBox8);
+  input.truncated = Label8->text() == QStringLiteral("*Min") || Label12->text() == QStringLiteral("*Max");
+  input.decimalMark = mark;
+  input.sheets = WorkbookPlotData(s.ActiveBook);
+  Visualize window(std::move(input), this);
+  window.exec();  // modal: the sample stands still while it is open
+}
+
+void MainForm::ShowCumulat() {
+  AnalysisState& s = State();
+  CumulatInput input;
+  input.sample = s.SampleValues;
+  input.truncated = Label8->text() == QStringLiteral("*Min") || Label12->text() == QStringLiteral("*Max");
+  input.decimalMark = decimalMark();
+  input.helpTopic = &s.HelpTopic;
+  Cumulat window(std::move(input), this);
+  window.exec();
 }
 
 void MainForm::ShowNotice(const QString& text) {

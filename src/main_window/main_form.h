@@ -28,6 +28,8 @@ namespace qv {
 struct Tabulation;
 struct RangeRead;
 class Workbook;
+class WindowShadow;
+class TitelBar;
 
 class MainForm : public QWidget {
   Q_OBJECT
@@ -44,6 +46,9 @@ class MainForm : public QWidget {
   void Form_Load();
   void ShowNotice(const QString& text);
   void ShowNormalityTests();
+  // The distribution window ("P-P plot") and the cumulative chart, on the sample of the moment.
+  void ShowVisualize();
+  void ShowCumulat();
 
   // Intake and refresh.
   void InputButton1_Click();
@@ -98,6 +103,11 @@ class MainForm : public QWidget {
   bool LoadDiscreteSample();
   void TabulateDiscrete();
 
+  // Output to the spreadsheet: the report, the highlight of the source range.
+  void Excel_Click();
+  void ComboHighlight_Click();
+  void CondFormat_Click();
+
   int decimals() const;
   char decimalMark() const;
 
@@ -150,6 +160,9 @@ class MainForm : public QWidget {
   // The "?" buttons: ThemedButton[1], [2], [3], [4], [5] and [8]; the others stay null.
   QPushButton* ThemedButton[9] = {};
 
+  TitelBar* TitelBar1;
+  WindowShadow* Shadow = nullptr;  // made at the first load
+
   bool UseSelection = false;
   QString SheetName;
   std::optional<double> LastSliderLow, LastSliderHigh;
@@ -171,6 +184,8 @@ class MainForm : public QWidget {
   // the office fails.
   bool ReadNamedRange();
   void applyTabulation(const Tabulation& t);
+  // The range the workbook name refers to now; nothing before a range is taken.
+  std::optional<CellRangeRef> HighlightRange();
   bool inHandler_ = false;
 };
 

@@ -17,6 +17,8 @@
 #include "normality_tests.h"
 #include "number_text.h"
 #include "switch_knob.h"
+#include "themed_button.h"
+#include "titel_bar.h"
 #include "worksheet_functions.h"
 
 namespace qv {
@@ -120,12 +122,17 @@ void NormalityTests::buildControls() {
   Gif89a1->setGeometry(20, 290, 26, 26);
   showBusy(false);
 
-  CommandButton333 = new QPushButton(this);
-  CommandButton333->setIcon(CopyPictureIcon());
-  CommandButton333->setIconSize(QSize(20, 20));
+  auto* copy = new ThemedButton(this);
+  copy->setButtonThemeType(1);
+  copy->setPicture(CopyPictureIcon());
+  copy->setPictureSize(1);
+  CommandButton333 = copy;
   CommandButton333->setToolTip(QStringLiteral("Copy this form to the clipboard as an image"));
   CommandButton333->setGeometry(572, 288, 32, 30);
   CommandButton333->setAutoDefault(false);
+
+  // The drawn title bar goes above everything; the controls move down under it.
+  TitelBar::Install(this, true);
 
   connect(SwitchKnob4, &SwitchKnob::userChangedSetting, this, &NormalityTests::SwitchKnob4_Change);
   connect(AlphaSlider, &DoubleSlider::valueChanged, this, [this](double) { AlphaSlider_Change(); });

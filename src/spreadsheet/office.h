@@ -12,6 +12,7 @@
 
 #include "address.h"
 #include "cell_block.h"
+#include "sheet_format.h"
 
 namespace qv {
 
@@ -140,6 +141,102 @@ class Workbook {
   void setModified(bool modified);
   void save(const std::string& path);
   void close();
+
+  // Sheets by name: the office compares names without regard to case. A failing look-up
+  // counts as no such sheet.
+  bool sheetExists(const std::string& name);
+  // A new empty sheet of that name after the last one, in one step; its index.
+  int addSheetLast(const std::string& name);
+
+  // Formats and layout of a report.
+  void format(const CellRangeRef& range, const CellFormat& format);
+  void setBorders(const CellRangeRef& range, const RangeBorders& borders);
+  // Columns first..last of a sheet take the width their contents need.
+  void fitColumns(int sheet, std::int32_t firstCol, std::int32_t lastCol);
+  // Left-to-right table layout on a sheet.
+  void setLeftToRight(int sheet);
+  // Makes the sheet the active one, selects `select` and sets its zoom (percent).
+  void showSheet(int sheet, const CellRangeRef& select, int zoom);
+  void addColumnChart(int sheet, const ColumnChartSpec& chart);
+
+  // Conditional formatting: one format on the range with the rules, first rule first;
+  // each rule's colours go in a cell style of its own.
+  void addHighlight(const CellRangeRef& range, const std::vector<HighlightRule>& rules);
+  // Takes the range out of every conditional format of its sheet: a format inside it
+  // goes, one reaching beyond it keeps the cells outside.
+  void clearHighlights(const CellRangeRef& range);
+
+  // Screen updating held off while a lock lives; released on every path.
+  class ScreenLock {
+   public:
+    explicit ScreenLock(Workbook& book);
+    ~ScreenLock();
+    ScreenLock(const ScreenLock&) = delete;
+    ScreenLock& operator=(const ScreenLock&) = delete;
+
+   private:
+    Workbook& book_;
+    bool locked_ = false;
+  };
+  bool controllersLocked();
+
+  // Reading formats back, for tests and tools.
+  struct Line {
+    std::int32_t width = 0;  // 1/100 mm; 0 for none
+    Rgb color = 0;
+  };
+  struct CellLook {
+    bool bold = false;
+    bool underline = false;
+    std::optional<Rgb> fontColor;   // none for the automatic colour
+    std::optional<Rgb> background;  // none when transparent
+    std::string numberFormat;
+    bool centredHorizontally = false, centredVertically = false, wrap = false;
+    Line left, top, right, bottom, diagonalDown, diagonalUp;
+  };
+  CellLook look(int sheet, std::int32_t col, std::int32_t row);
+  bool columnFitted(int sheet, std::int32_t col);
+  int zoom();
+  struct HighlightFormat {
+    std::vector<CellRangeRef> ranges;
+    std::vector<HighlightRule> rules;  // colours from the rules' cell styles
+  };
+  std::vector<HighlightFormat> highlights(int sheet);
+  struct Rect {
+    std::int32_t x = 0, y = 0, width = 0, height = 0;  // 1/100 mm
+  };
+  Rect cellsRect(const CellRangeRef& range);
+  struct ChartLook {
+    std::string name;
+    int count = 0;  // charts on the sheet
+    Rect rect;
+    int series = 0;
+    std::vector<double> values;
+    std::vector<std::string> categories;
+    std::string seriesName;
+    bool columns = false;  // a plain vertical column chart
+    double valueMin = 0, valueMax = 0;
+    bool valueAxisShown = true, valueGridShown = true, legendShown = true;
+    std::string tickFont;
+    double tickSize = 0;
+    Rgb tickColor = 0, axisLineColor = 0, wallColor = 0, pageColor = 0;
+    std::int32_t gapWidth = 0;
+    bool gradient = false;
+    Rgb gradientStart = 0, gradientEnd = 0;
+    Rgb outlineColor = 0;
+    bool outlineSolid = false;
+    bool labelNumberOnly = false;
+    std::string labelFont;
+    double labelSize = 0;
+    bool labelBold = false;
+    Rgb labelColor = 0;
+    std::int16_t tableLayout = -1;  // the sheet's writing mode; 0 left to right
+  };
+  ChartLook chart(int sheet);
+  // A PNG picture of a sheet's used area as the office draws it, for documentation.
+  void exportPicture(int sheet, const std::string& path);
+  // The formulas of a range as the cells hold them (the value's text for a constant).
+  std::vector<std::string> formulas(const CellRangeRef& range);
 
   Impl& impl() const { return *impl_; }
 

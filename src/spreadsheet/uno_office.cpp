@@ -4,7 +4,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
+#include <cstdio>
 #include <chrono>
 #include <condition_variable>
 #include <cstdlib>
@@ -70,6 +72,47 @@
 #include <com/sun/star/util/XNumberFormats.hpp>
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
+#include <com/sun/star/awt/FontUnderline.hpp>
+#include <com/sun/star/awt/FontWeight.hpp>
+#include <com/sun/star/awt/Gradient.hpp>
+#include <com/sun/star/awt/Rectangle.hpp>
+#include <com/sun/star/beans/XPropertyState.hpp>
+#include <com/sun/star/chart/ChartDataRowSource.hpp>
+#include <com/sun/star/chart/DataLabelPlacement.hpp>
+#include <com/sun/star/chart/XChartDocument.hpp>
+#include <com/sun/star/chart/XDiagram.hpp>
+#include <com/sun/star/chart2/DataPointLabel.hpp>
+#include <com/sun/star/chart2/ScaleData.hpp>
+#include <com/sun/star/chart2/XAxis.hpp>
+#include <com/sun/star/chart2/XChartDocument.hpp>
+#include <com/sun/star/chart2/XChartTypeContainer.hpp>
+#include <com/sun/star/chart2/XCoordinateSystemContainer.hpp>
+#include <com/sun/star/chart2/XDataSeriesContainer.hpp>
+#include <com/sun/star/chart2/XDiagram.hpp>
+#include <com/sun/star/chart2/data/XDataSource.hpp>
+#include <com/sun/star/chart2/data/XLabeledDataSequence.hpp>
+#include <com/sun/star/container/XNameContainer.hpp>
+#include <com/sun/star/document/XEmbeddedObjectSupplier.hpp>
+#include <com/sun/star/drawing/FillStyle.hpp>
+#include <com/sun/star/drawing/LineStyle.hpp>
+#include <com/sun/star/sheet/ConditionEntryType.hpp>
+#include <com/sun/star/sheet/ConditionFormatOperator.hpp>
+#include <com/sun/star/sheet/XCellRangeFormula.hpp>
+#include <com/sun/star/sheet/XConditionalFormat.hpp>
+#include <com/sun/star/sheet/XConditionalFormats.hpp>
+#include <com/sun/star/style/XStyle.hpp>
+#include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
+#include <com/sun/star/table/BorderLine2.hpp>
+#include <com/sun/star/table/BorderLineStyle.hpp>
+#include <com/sun/star/table/CellHoriJustify.hpp>
+#include <com/sun/star/table/CellVertJustify2.hpp>
+#include <com/sun/star/table/TableBorder2.hpp>
+#include <com/sun/star/table/XColumnRowRange.hpp>
+#include <com/sun/star/table/XTableChart.hpp>
+#include <com/sun/star/table/XTableCharts.hpp>
+#include <com/sun/star/table/XTableChartsSupplier.hpp>
+#include <com/sun/star/text/WritingMode2.hpp>
+#include <com/sun/star/view/DocumentZoomType.hpp>
 #include <cppuhelper/bootstrap.hxx>
 #include <cppuhelper/implbase1.hxx>
 #include <rtl/ref.hxx>
@@ -741,28 +784,36 @@ void Workbook::clearChanged() { impl_->flag->changed = false; }
 
 void Workbook::write(const CellRangeRef& at, const CellBlock& values) {
   Guard("writing cells", [&] {
-    Sequence<Sequence<Any>> rows(static_cast<sal_Int32>(values.rows));
-    for (std::int64_t i = 0; i < values.rows; ++i) {
-      Sequence<Any> row(static_cast<sal_Int32>(values.cols));
-      for (std::int64_t j = 0; j < values.cols; ++j) {
-        std::int64_t k = i * values.cols + j;
-        switch (values.kinds[k]) {
-          case CellKind::Text:
-            row[j] <<= U(values.text(k));
-            break;
-          case CellKind::Empty:
-          case CellKind::Error:
-            break;
-          default:
-            row[j] <<= values.numbers[k];
+    // Long blocks go in slices of about 256k cells: faster than one call for them all.
+    const std::int64_t sliceRows = std::max<std::int64_t>(1, (std::int64_t(1) << 18) / std::max<std::int64_t>(1, values.cols));
+    for (std::int64_t first = 0; first < values.rows; first += sliceRows) {
+      const std::int64_t count = std::min(sliceRows, values.rows - first);
+      Sequence<Sequence<Any>> rows(static_cast<sal_Int32>(count));
+      Sequence<Any>* out = rows.getArray();
+      for (std::int64_t i = 0; i < count; ++i) {
+        Sequence<Any> row(static_cast<sal_Int32>(values.cols));
+        Any* cell = row.getArray();
+        for (std::int64_t j = 0; j < values.cols; ++j) {
+          std::int64_t k = (first + i) * values.cols + j;
+          switch (values.kinds[k]) {
+            case CellKind::Text:
+              cell[j] <<= U(values.text(k));
+              break;
+            case CellKind::Empty:
+            case CellKind::Error:
+              break;
+            default:
+              cell[j] <<= values.numbers[k];
+          }
         }
+        out[i] = std::move(row);
       }
-      rows[static_cast<sal_Int32>(i)] = row;
+      CellRangeRef r{at.sheet, at.firstCol, static_cast<std::int32_t>(at.firstRow + first),
+                     static_cast<std::int32_t>(at.firstCol + values.cols - 1),
+                     static_cast<std::int32_t>(at.firstRow + first + count - 1)};
+      Reference<sheet::XCellRangeData> data(impl_->range(r), UNO_QUERY_THROW);
+      data->setDataArray(rows);
     }
-    CellRangeRef r{at.sheet, at.firstCol, at.firstRow, static_cast<std::int32_t>(at.firstCol + values.cols - 1),
-                   static_cast<std::int32_t>(at.firstRow + values.rows - 1)};
-    Reference<sheet::XCellRangeData> data(impl_->range(r), UNO_QUERY_THROW);
-    data->setDataArray(rows);
     // A void written by setDataArray does not leave a plain blank: clear those cells.
     for (std::int64_t k = 0; k < values.size(); ++k) {
       if (values.kinds[k] != CellKind::Empty && values.kinds[k] != CellKind::Error) continue;
@@ -829,6 +880,675 @@ void Workbook::close() {
     if (c.is()) c->close(true);
   } catch (const Exception&) {
   }
+}
+
+// ---- Reports, formats, highlighting ------------------------------------------------
+
+namespace {
+
+Reference<container::XIndexAccess> Sheets(Workbook::Impl& w) {
+  return Reference<container::XIndexAccess>(w.doc->getSheets(), UNO_QUERY_THROW);
+}
+
+Reference<beans::XPropertySet> Props(const Reference<uno::XInterface>& x) {
+  return Reference<beans::XPropertySet>(x, UNO_QUERY_THROW);
+}
+
+sal_Int32 Col(Rgb c) { return static_cast<sal_Int32>(c); }
+
+table::BorderLine2 Line2(BorderLine line) {
+  table::BorderLine2 l;
+  l.Color = 0;
+  l.InnerLineWidth = 0;
+  l.OuterLineWidth = 0;
+  l.LineDistance = 0;
+  l.LineStyle = table::BorderLineStyle::NONE;
+  l.LineWidth = 0;
+  if (line == BorderLine::Thin) {
+    l.OuterLineWidth = 26;  // Calc's "Thin", 0.75 pt
+    l.LineWidth = 26;
+    l.LineStyle = table::BorderLineStyle::SOLID;
+  }
+  return l;
+}
+
+Workbook::Line LineOf(const table::BorderLine2& l) {
+  Workbook::Line r;
+  r.width = l.LineStyle == table::BorderLineStyle::NONE ? 0 : std::max<sal_Int32>(l.LineWidth, l.OuterLineWidth);
+  r.color = static_cast<Rgb>(l.Color) & 0xFFFFFFu;
+  return r;
+}
+
+sal_Int32 NumberFormatKey(Workbook::Impl& w, const std::string& code) {
+  Reference<util::XNumberFormatsSupplier> nfs(w.doc, UNO_QUERY_THROW);
+  Reference<util::XNumberFormats> formats = nfs->getNumberFormats();
+  lang::Locale locale;
+  locale.Language = "en";
+  locale.Country = "US";
+  sal_Int32 key = formats->queryKey(U(code), locale, false);
+  if (key == -1) key = formats->addNew(U(code), locale);
+  return key;
+}
+
+Reference<sheet::XSheetCellRanges> RangesOf(Workbook::Impl& w, const std::vector<CellRangeRef>& areas) {
+  Reference<sheet::XSheetCellRangeContainer> c(w.factory->createInstance("com.sun.star.sheet.SheetCellRanges"),
+                                                UNO_QUERY_THROW);
+  for (const CellRangeRef& a : areas) c->addRangeAddress(ToUno(a), false);
+  return Reference<sheet::XSheetCellRanges>(c, UNO_QUERY_THROW);
+}
+
+Reference<sheet::XConditionalFormats> CondFormats(Workbook::Impl& w, int sheet) {
+  return Reference<sheet::XConditionalFormats>(Props(w.sheet(sheet))->getPropertyValue("ConditionalFormats"),
+                                               UNO_QUERY_THROW);
+}
+
+// The parts of `a` outside `cut`: up to four blocks (above, below, left, right).
+std::vector<CellRangeRef> Subtract(const CellRangeRef& a, const CellRangeRef& cut) {
+  std::optional<CellRangeRef> in = Intersect(a, cut);
+  if (!in) return {a};
+  std::vector<CellRangeRef> out;
+  if (a.firstRow < in->firstRow) out.push_back({a.sheet, a.firstCol, a.firstRow, a.lastCol, in->firstRow - 1});
+  if (in->lastRow < a.lastRow) out.push_back({a.sheet, a.firstCol, in->lastRow + 1, a.lastCol, a.lastRow});
+  if (a.firstCol < in->firstCol) out.push_back({a.sheet, a.firstCol, in->firstRow, in->firstCol - 1, in->lastRow});
+  if (in->lastCol < a.lastCol) out.push_back({a.sheet, in->lastCol + 1, in->firstRow, a.lastCol, in->lastRow});
+  return out;
+}
+
+sal_Int32 OperatorOf(HighlightRule::Kind k) {
+  switch (k) {
+    case HighlightRule::Kind::TopN:
+      return sheet::ConditionFormatOperator::TOP_N_ELEMENTS;
+    case HighlightRule::Kind::BottomN:
+      return sheet::ConditionFormatOperator::BOTTOM_N_ELEMENTS;
+    case HighlightRule::Kind::TopPercent:
+      return sheet::ConditionFormatOperator::TOP_N_PERCENT;
+    case HighlightRule::Kind::BottomPercent:
+      return sheet::ConditionFormatOperator::BOTTOM_N_PERCENT;
+  }
+  return sheet::ConditionFormatOperator::TOP_N_ELEMENTS;
+}
+
+// A cell style that sets only a rule's colours; found again by name only here, when it
+// is made (a reloaded workbook renames it).
+std::string HighlightStyle(Workbook::Impl& w, const HighlightRule& rule) {
+  char name[64];
+  std::snprintf(name, sizeof name, "Quantavue highlight %06X", rule.background);
+  std::string n = name;
+  if (rule.fontColor) {
+    std::snprintf(name, sizeof name, " on %06X", *rule.fontColor);
+    n += name;
+  }
+  Reference<style::XStyleFamiliesSupplier> sup(w.doc, UNO_QUERY_THROW);
+  Reference<container::XNameContainer> styles(sup->getStyleFamilies()->getByName("CellStyles"), UNO_QUERY_THROW);
+  if (!styles->hasByName(U(n))) {
+    Reference<style::XStyle> s(w.factory->createInstance("com.sun.star.style.CellStyle"), UNO_QUERY_THROW);
+    styles->insertByName(U(n), Any(s));
+    Reference<beans::XPropertySet> p = Props(s);
+    p->setPropertyValue("CellBackColor", Any(Col(rule.background)));
+    p->setPropertyValue("IsCellBackgroundTransparent", Any(false));
+    if (rule.fontColor) p->setPropertyValue("CharColor", Any(Col(*rule.fontColor)));
+  }
+  return n;
+}
+
+// Sets one property; a refusal names the property.
+void SetProp(const Reference<beans::XPropertySet>& p, const char* name, const Any& value) {
+  try {
+    p->setPropertyValue(OUString::createFromAscii(name), value);
+  } catch (const Exception& e) {
+    throw OfficeError(std::string(name) + ": " + S(e.Message));
+  }
+}
+
+Reference<chart2::XChartDocument> ChartDocument(Workbook::Impl& w, int sheet, std::string* name, int* count) {
+  Reference<sheet::XSpreadsheet> sh = w.sheet(sheet);
+  Reference<table::XTableChartsSupplier> sup(sh, UNO_QUERY_THROW);
+  Reference<container::XIndexAccess> charts(sup->getCharts(), UNO_QUERY_THROW);
+  if (count) *count = charts->getCount();
+  if (charts->getCount() == 0) return {};
+  Reference<container::XNamed> named(charts->getByIndex(0), UNO_QUERY_THROW);
+  if (name) *name = S(named->getName());
+  Reference<document::XEmbeddedObjectSupplier> eo(named, UNO_QUERY_THROW);
+  return Reference<chart2::XChartDocument>(eo->getEmbeddedObject(), UNO_QUERY_THROW);
+}
+
+Reference<chart2::XCoordinateSystem> FirstCoordinateSystem(const Reference<chart2::XChartDocument>& doc) {
+  Reference<chart2::XCoordinateSystemContainer> cs(doc->getFirstDiagram(), UNO_QUERY_THROW);
+  return cs->getCoordinateSystems()[0];
+}
+
+Reference<chart2::XDataSeries> FirstSeries(const Reference<chart2::XChartDocument>& doc, Reference<chart2::XChartType>* type) {
+  Reference<chart2::XChartTypeContainer> ct(FirstCoordinateSystem(doc), UNO_QUERY_THROW);
+  Reference<chart2::XChartType> t = ct->getChartTypes()[0];
+  if (type) *type = t;
+  Reference<chart2::XDataSeriesContainer> sc(t, UNO_QUERY_THROW);
+  Sequence<Reference<chart2::XDataSeries>> series = sc->getDataSeries();
+  return series.getLength() > 0 ? series[0] : Reference<chart2::XDataSeries>();
+}
+
+}  // namespace
+
+bool Workbook::sheetExists(const std::string& name) {
+  try {
+    return Guard("looking for a sheet", [&] { return bool(impl_->doc->getSheets()->hasByName(U(name))); });
+  } catch (const OfficeError&) {
+    return false;
+  }
+}
+
+int Workbook::addSheetLast(const std::string& name) {
+  return Guard("adding a sheet", [&] {
+    sal_Int16 at = static_cast<sal_Int16>(Sheets(*impl_)->getCount());
+    impl_->doc->getSheets()->insertNewByName(U(name), at);
+    return static_cast<int>(at);
+  });
+}
+
+void Workbook::format(const CellRangeRef& range, const CellFormat& f) {
+  Guard("formatting cells", [&] {
+    Reference<beans::XPropertySet> p = Props(impl_->range(range));
+    if (f.background) {
+      p->setPropertyValue("CellBackColor", Any(Col(*f.background)));
+      p->setPropertyValue("IsCellBackgroundTransparent", Any(false));
+    }
+    if (f.bold) p->setPropertyValue("CharWeight", Any(*f.bold ? awt::FontWeight::BOLD : awt::FontWeight::NORMAL));
+    if (f.fontColor) p->setPropertyValue("CharColor", Any(Col(*f.fontColor)));
+    if (f.numberFormat) p->setPropertyValue("NumberFormat", Any(NumberFormatKey(*impl_, *f.numberFormat)));
+    if (f.centredHorizontally)
+      p->setPropertyValue("HoriJustify",
+                          Any(*f.centredHorizontally ? table::CellHoriJustify_CENTER : table::CellHoriJustify_STANDARD));
+    if (f.centredVertically)
+      p->setPropertyValue("VertJustify", Any(*f.centredVertically ? table::CellVertJustify2::CENTER
+                                                                  : table::CellVertJustify2::STANDARD));
+    if (f.wrap) p->setPropertyValue("IsTextWrapped", Any(*f.wrap));
+    if (f.underline)
+      p->setPropertyValue("CharUnderline", Any(*f.underline ? awt::FontUnderline::SINGLE : awt::FontUnderline::NONE));
+  });
+}
+
+void Workbook::setBorders(const CellRangeRef& range, const RangeBorders& b) {
+  Guard("drawing borders", [&] {
+    Reference<beans::XPropertySet> p = Props(impl_->range(range));
+    table::TableBorder2 t;
+    auto set = [](BorderLine l, table::BorderLine2& line, sal_Bool& valid) {
+      valid = l != BorderLine::NotSet;
+      line = Line2(l);
+    };
+    set(b.left, t.LeftLine, t.IsLeftLineValid);
+    set(b.top, t.TopLine, t.IsTopLineValid);
+    set(b.right, t.RightLine, t.IsRightLineValid);
+    set(b.bottom, t.BottomLine, t.IsBottomLineValid);
+    set(b.insideVertical, t.VerticalLine, t.IsVerticalLineValid);
+    set(b.insideHorizontal, t.HorizontalLine, t.IsHorizontalLineValid);
+    t.Distance = 0;
+    t.IsDistanceValid = false;
+    p->setPropertyValue("TableBorder2", Any(t));
+    if (b.diagonalDown != BorderLine::NotSet) p->setPropertyValue("DiagonalTLBR2", Any(Line2(b.diagonalDown)));
+    if (b.diagonalUp != BorderLine::NotSet) p->setPropertyValue("DiagonalBLTR2", Any(Line2(b.diagonalUp)));
+  });
+}
+
+void Workbook::fitColumns(int sheet, std::int32_t firstCol, std::int32_t lastCol) {
+  Guard("fitting column widths", [&] {
+    Reference<table::XColumnRowRange> cr(impl_->sheet(sheet)->getCellRangeByPosition(firstCol, 0, lastCol, 0),
+                                         UNO_QUERY_THROW);
+    Props(cr->getColumns())->setPropertyValue("OptimalWidth", Any(true));
+  });
+}
+
+void Workbook::setLeftToRight(int sheet) {
+  Guard("setting the sheet's direction", [&] {
+    Props(impl_->sheet(sheet))->setPropertyValue("TableLayout", Any(sal_Int16(text::WritingMode2::LR_TB)));
+  });
+}
+
+void Workbook::showSheet(int sheet, const CellRangeRef& select, int zoomPercent) {
+  Guard("showing the sheet", [&] {
+    Reference<frame::XController> c = impl_->controller();
+    Reference<sheet::XSpreadsheetView>(c, UNO_QUERY_THROW)->setActiveSheet(impl_->sheet(sheet));
+    Reference<view::XSelectionSupplier>(c, UNO_QUERY_THROW)->select(Any(impl_->range(select)));
+    Reference<beans::XPropertySet> p = Props(c);
+    p->setPropertyValue("ZoomType", Any(sal_Int16(view::DocumentZoomType::BY_VALUE)));
+    p->setPropertyValue("ZoomValue", Any(sal_Int16(zoomPercent)));
+  });
+}
+
+int Workbook::zoom() {
+  return Guard("reading the zoom", [&] {
+    sal_Int16 z = 0;
+    Props(impl_->controller())->getPropertyValue("ZoomValue") >>= z;
+    return static_cast<int>(z);
+  });
+}
+
+void Workbook::addColumnChart(int sheet, const ColumnChartSpec& settings) {
+  Guard("adding the chart", [&] {
+    Reference<sheet::XSpreadsheet> sh = impl_->sheet(sheet);
+    Reference<beans::XPropertySet> area = Props(impl_->range(settings.area));
+    awt::Point pos;
+    awt::Size size;
+    area->getPropertyValue("Position") >>= pos;
+    area->getPropertyValue("Size") >>= size;
+    awt::Rectangle rect(pos.X, pos.Y, size.Width, size.Height);
+    // Row 1 gives the categories and column B the series' name: one series from row 3.
+    CellRangeRef header{sheet, settings.seriesName.firstCol, settings.categories.firstRow, settings.categories.lastCol,
+                        settings.categories.lastRow};
+    CellRangeRef data{sheet, settings.seriesName.firstCol, settings.values.firstRow, settings.values.lastCol, settings.values.lastRow};
+    Sequence<table::CellRangeAddress> ranges(2);
+    ranges[0] = ToUno(header);
+    ranges[1] = ToUno(data);
+    Reference<table::XTableChartsSupplier> sup(sh, UNO_QUERY_THROW);
+    Reference<table::XTableCharts> charts = sup->getCharts();
+    charts->addNewByName(U(settings.name), rect, ranges, true, true);
+    Reference<document::XEmbeddedObjectSupplier> eo(charts->getByName(U(settings.name)), UNO_QUERY_THROW);
+    Reference<chart::XChartDocument> old(eo->getEmbeddedObject(), UNO_QUERY_THROW);
+    Reference<frame::XModel> chartModel(old, UNO_QUERY_THROW);
+    chartModel->lockControllers();
+    struct Unlock {
+      Reference<frame::XModel> m;
+      ~Unlock() {
+        try {
+          m->unlockControllers();
+        } catch (const Exception&) {
+        }
+      }
+    } unlock{chartModel};
+    SetProp(Props(old->getDiagram()), "DataRowSource", Any(chart::ChartDataRowSource_ROWS));
+    SetProp(Props(old), "HasLegend", Any(false));
+    SetProp(Props(old), "HasMainTitle", Any(false));
+
+    Reference<chart2::XChartDocument> doc(old, UNO_QUERY_THROW);
+    Reference<chart2::XCoordinateSystem> cs = FirstCoordinateSystem(doc);
+    Reference<chart2::XAxis> valueAxis = cs->getAxisByDimension(1, 0);
+    chart2::ScaleData scale = valueAxis->getScaleData();
+    scale.Minimum <<= 0.0;
+    scale.Maximum <<= settings.valueMax;
+    valueAxis->setScaleData(scale);
+    SetProp(Props(valueAxis), "Show", Any(false));
+    SetProp(Props(valueAxis->getGridProperties()), "Show", Any(false));
+    Reference<beans::XPropertySet> cat = Props(cs->getAxisByDimension(0, 0));
+    SetProp(cat, "CharFontName", Any(U(settings.tickFont)));
+    SetProp(cat, "CharHeight", Any(float(settings.tickSize)));
+    SetProp(cat, "CharColor", Any(Col(settings.tickColor)));
+    SetProp(cat, "LineColor", Any(Col(settings.axisLineColor)));
+    Reference<beans::XPropertySet> wall = Props(doc->getFirstDiagram()->getWall());
+    SetProp(wall, "FillStyle", Any(drawing::FillStyle_SOLID));
+    SetProp(wall, "FillColor", Any(Col(settings.wallColor)));
+    Reference<beans::XPropertySet> page = Props(doc->getPageBackground());
+    SetProp(page, "FillStyle", Any(drawing::FillStyle_SOLID));
+    SetProp(page, "FillColor", Any(Col(settings.pageColor)));
+
+    Reference<chart2::XChartType> type;
+    Reference<chart2::XDataSeries> series = FirstSeries(doc, &type);
+    Sequence<sal_Int32> gap(1);
+    gap[0] = settings.gapWidth;
+    SetProp(Props(type), "GapwidthSequence", Any(gap));
+    if (!series.is()) throw OfficeError("The chart has no series");
+    Reference<beans::XPropertySet> s = Props(series);
+    // One colour fading to a lighter tint of itself across each bar.
+    auto lighter = [](Rgb c) {
+      Rgb r = (c >> 16) & 0xFF, g = (c >> 8) & 0xFF, b = c & 0xFF;
+      auto up = [](Rgb v) { return v + (255 - v) * 3 / 5; };
+      return (up(r) << 16) | (up(g) << 8) | up(b);
+    };
+    awt::Gradient grad;
+    grad.Style = awt::GradientStyle_AXIAL;
+    grad.StartColor = Col(settings.barColor);
+    grad.EndColor = Col(lighter(settings.barColor));
+    grad.Angle = 900;
+    grad.Border = 0;
+    grad.XOffset = 50;
+    grad.YOffset = 50;
+    grad.StartIntensity = 100;
+    grad.EndIntensity = 100;
+    grad.StepCount = 0;
+    // A series names its gradient in the chart's gradient table.
+    Reference<container::XNameContainer> gradients(
+        Reference<lang::XMultiServiceFactory>(doc, UNO_QUERY_THROW)->createInstance("com.sun.star.drawing.GradientTable"),
+        UNO_QUERY_THROW);
+    const OUString gradientName("Quantavue bars");
+    if (gradients->hasByName(gradientName))
+      gradients->replaceByName(gradientName, Any(grad));
+    else
+      gradients->insertByName(gradientName, Any(grad));
+    SetProp(s, "FillStyle", Any(drawing::FillStyle_GRADIENT));
+    SetProp(s, "FillGradientName", Any(gradientName));
+    SetProp(s, "BorderStyle", Any(drawing::LineStyle_SOLID));
+    SetProp(s, "BorderColor", Any(Col(settings.barOutlineColor)));
+    chart2::DataPointLabel label(true, false, false, false, false, false);
+    SetProp(s, "Label", Any(label));
+    SetProp(s, "LabelPlacement", Any(chart::DataLabelPlacement::OUTSIDE));
+    SetProp(s, "CharFontName", Any(U(settings.labelFont)));
+    SetProp(s, "CharHeight", Any(float(settings.labelSize)));
+    SetProp(s, "CharWeight", Any(settings.labelBold ? awt::FontWeight::BOLD : awt::FontWeight::NORMAL));
+    SetProp(s, "CharColor", Any(Col(settings.labelColor)));
+  });
+}
+
+Workbook::ChartLook Workbook::chart(int sheet) {
+  return Guard("reading the chart", [&] {
+    ChartLook r;
+    Props(impl_->sheet(sheet))->getPropertyValue("TableLayout") >>= r.tableLayout;
+    Reference<chart2::XChartDocument> doc = ChartDocument(*impl_, sheet, &r.name, &r.count);
+    if (!doc.is()) return r;
+    Reference<drawing::XDrawPageSupplier> dp(impl_->sheet(sheet), UNO_QUERY_THROW);
+    Reference<container::XIndexAccess> shapes(dp->getDrawPage(), UNO_QUERY_THROW);
+    for (sal_Int32 i = 0; i < shapes->getCount(); ++i) {
+      Reference<drawing::XShape> shape(shapes->getByIndex(i), UNO_QUERY_THROW);
+      Reference<beans::XPropertySet> sp = Props(shape);
+      OUString cls;
+      if (sp->getPropertySetInfo()->hasPropertyByName("CLSID")) sp->getPropertyValue("CLSID") >>= cls;
+      if (cls.isEmpty()) continue;
+      r.rect = Rect{shape->getPosition().X, shape->getPosition().Y, shape->getSize().Width, shape->getSize().Height};
+    }
+    Reference<chart::XChartDocument> old(doc, UNO_QUERY_THROW);
+    Props(old)->getPropertyValue("HasLegend") >>= r.legendShown;
+    Reference<chart2::XCoordinateSystem> cs = FirstCoordinateSystem(doc);
+    Reference<chart2::XAxis> valueAxis = cs->getAxisByDimension(1, 0);
+    chart2::ScaleData scale = valueAxis->getScaleData();
+    scale.Minimum >>= r.valueMin;
+    scale.Maximum >>= r.valueMax;
+    Props(valueAxis)->getPropertyValue("Show") >>= r.valueAxisShown;
+    Props(valueAxis->getGridProperties())->getPropertyValue("Show") >>= r.valueGridShown;
+    Reference<beans::XPropertySet> cat = Props(cs->getAxisByDimension(0, 0));
+    OUString font;
+    float h = 0;
+    cat->getPropertyValue("CharFontName") >>= font;
+    cat->getPropertyValue("CharHeight") >>= h;
+    r.tickFont = S(font);
+    r.tickSize = h;
+    sal_Int32 c = 0;
+    cat->getPropertyValue("CharColor") >>= c;
+    r.tickColor = static_cast<Rgb>(c);
+    cat->getPropertyValue("LineColor") >>= c;
+    r.axisLineColor = static_cast<Rgb>(c);
+    Props(doc->getFirstDiagram()->getWall())->getPropertyValue("FillColor") >>= c;
+    r.wallColor = static_cast<Rgb>(c);
+    Props(doc->getPageBackground())->getPropertyValue("FillColor") >>= c;
+    r.pageColor = static_cast<Rgb>(c);
+    Reference<chart2::XChartType> type;
+    Reference<chart2::XDataSeries> series = FirstSeries(doc, &type);
+    r.columns = type->getChartType() == "com.sun.star.chart2.ColumnChartType";
+    if (r.columns) {
+      bool swap = false;
+      Props(cs)->getPropertyValue("SwapXAndYAxis") >>= swap;
+      r.columns = !swap;
+    }
+    Sequence<sal_Int32> gap;
+    Props(type)->getPropertyValue("GapwidthSequence") >>= gap;
+    if (gap.getLength() > 0) r.gapWidth = gap[0];
+    Reference<chart2::XDataSeriesContainer> sc(type, UNO_QUERY_THROW);
+    r.series = sc->getDataSeries().getLength();
+    if (!series.is()) return r;
+    Reference<chart2::data::XDataSource> src(series, UNO_QUERY_THROW);
+    for (const auto& seq : src->getDataSequences()) {
+      Reference<beans::XPropertySet> vp = Props(seq->getValues());
+      OUString role;
+      vp->getPropertyValue("Role") >>= role;
+      if (role != "values-y") continue;
+      for (const Any& v : seq->getValues()->getData()) {
+        double d = 0;
+        v >>= d;
+        r.values.push_back(d);
+      }
+      if (seq->getLabel().is())
+        for (const Any& v : seq->getLabel()->getData()) {
+          OUString t;
+          v >>= t;
+          r.seriesName += S(t);
+        }
+    }
+    Reference<chart2::XAxis> catAxis = cs->getAxisByDimension(0, 0);
+    chart2::ScaleData cscale = catAxis->getScaleData();
+    if (cscale.Categories.is() && cscale.Categories->getValues().is())
+      for (const Any& v : cscale.Categories->getValues()->getData()) {
+        OUString t;
+        v >>= t;
+        r.categories.push_back(S(t));
+      }
+    Reference<beans::XPropertySet> s = Props(series);
+    drawing::FillStyle fs = drawing::FillStyle_NONE;
+    s->getPropertyValue("FillStyle") >>= fs;
+    r.gradient = fs == drawing::FillStyle_GRADIENT;
+    awt::Gradient grad;
+    OUString gradientName;
+    s->getPropertyValue("FillGradientName") >>= gradientName;
+    Reference<container::XNameAccess> gradients(
+        Reference<lang::XMultiServiceFactory>(doc, UNO_QUERY_THROW)->createInstance("com.sun.star.drawing.GradientTable"),
+        UNO_QUERY_THROW);
+    if (gradients->hasByName(gradientName)) gradients->getByName(gradientName) >>= grad;
+    r.gradientStart = static_cast<Rgb>(grad.StartColor);
+    r.gradientEnd = static_cast<Rgb>(grad.EndColor);
+    drawing::LineStyle ls = drawing::LineStyle_NONE;
+    s->getPropertyValue("BorderStyle") >>= ls;
+    r.outlineSolid = ls == drawing::LineStyle_SOLID;
+    s->getPropertyValue("BorderColor") >>= c;
+    r.outlineColor = static_cast<Rgb>(c);
+    chart2::DataPointLabel label;
+    s->getPropertyValue("Label") >>= label;
+    r.labelNumberOnly = label.ShowNumber && !label.ShowNumberInPercent && !label.ShowCategoryName &&
+                        !label.ShowLegendSymbol && !label.ShowSeriesName;
+    s->getPropertyValue("CharFontName") >>= font;
+    r.labelFont = S(font);
+    s->getPropertyValue("CharHeight") >>= h;
+    r.labelSize = h;
+    float weight = 0;
+    s->getPropertyValue("CharWeight") >>= weight;
+    r.labelBold = weight >= awt::FontWeight::BOLD;
+    s->getPropertyValue("CharColor") >>= c;
+    r.labelColor = static_cast<Rgb>(c);
+    return r;
+  });
+}
+
+void Workbook::addHighlight(const CellRangeRef& range, const std::vector<HighlightRule>& rules) {
+  if (rules.empty()) return;
+  Guard("highlighting the range", [&] {
+    Reference<sheet::XConditionalFormats> formats = CondFormats(*impl_, range.sheet);
+    sal_Int32 id = formats->createByRange(RangesOf(*impl_, {range}));
+    for (const Reference<sheet::XConditionalFormat>& f : formats->getConditionalFormats()) {
+      sal_Int32 fid = -1;
+      Props(f)->getPropertyValue("ID") >>= fid;
+      if (fid != id) continue;
+      Reference<container::XIndexAccess> entries(f, UNO_QUERY_THROW);
+      for (const HighlightRule& rule : rules) {
+        std::string style = HighlightStyle(*impl_, rule);
+        f->createEntry(sheet::ConditionEntryType::CONDITION, entries->getCount());
+        Reference<beans::XPropertySet> e = Props(Reference<uno::XInterface>(entries->getByIndex(entries->getCount() - 1), UNO_QUERY_THROW));
+        e->setPropertyValue("Operator", Any(OperatorOf(rule.kind)));
+        e->setPropertyValue("Formula1", Any(U(std::to_string(rule.rank))));
+        e->setPropertyValue("StyleName", Any(U(style)));
+      }
+      return;
+    }
+    throw OfficeError("The new conditional format was not found");
+  });
+}
+
+void Workbook::clearHighlights(const CellRangeRef& range) {
+  Guard("clearing the highlight", [&] {
+    Reference<sheet::XConditionalFormats> formats = CondFormats(*impl_, range.sheet);
+    for (const Reference<sheet::XConditionalFormat>& f : formats->getConditionalFormats()) {
+      Reference<beans::XPropertySet> p = Props(f);
+      Reference<sheet::XSheetCellRanges> cells(p->getPropertyValue("Range"), UNO_QUERY_THROW);
+      std::vector<CellRangeRef> keep;
+      bool touched = false;
+      for (const table::CellRangeAddress& a : cells->getRangeAddresses()) {
+        CellRangeRef r = FromUno(a);
+        std::vector<CellRangeRef> rest = Subtract(r, range);
+        touched = touched || rest.size() != 1 || !(rest[0] == r);
+        keep.insert(keep.end(), rest.begin(), rest.end());
+      }
+      if (!touched) continue;
+      sal_Int32 id = -1;
+      p->getPropertyValue("ID") >>= id;
+      if (keep.empty())
+        formats->removeByID(id);
+      else
+        p->setPropertyValue("Range", Any(RangesOf(*impl_, keep)));
+    }
+  });
+}
+
+std::vector<Workbook::HighlightFormat> Workbook::highlights(int sheet) {
+  return Guard("reading conditional formats", [&] {
+    std::vector<HighlightFormat> out;
+    Reference<style::XStyleFamiliesSupplier> sup(impl_->doc, UNO_QUERY_THROW);
+    Reference<container::XNameAccess> styles(sup->getStyleFamilies()->getByName("CellStyles"), UNO_QUERY_THROW);
+    for (const Reference<sheet::XConditionalFormat>& f : CondFormats(*impl_, sheet)->getConditionalFormats()) {
+      HighlightFormat h;
+      Reference<sheet::XSheetCellRanges> cells(Props(f)->getPropertyValue("Range"), UNO_QUERY_THROW);
+      for (const table::CellRangeAddress& a : cells->getRangeAddresses()) h.ranges.push_back(FromUno(a));
+      Reference<container::XIndexAccess> entries(f, UNO_QUERY_THROW);
+      for (sal_Int32 i = 0; i < entries->getCount(); ++i) {
+        Reference<beans::XPropertySet> e(entries->getByIndex(i), UNO_QUERY);
+        if (!e.is() || !e->getPropertySetInfo()->hasPropertyByName("Operator")) continue;
+        HighlightRule r;
+        sal_Int32 op = -1;
+        e->getPropertyValue("Operator") >>= op;
+        switch (op) {
+          case sheet::ConditionFormatOperator::TOP_N_ELEMENTS: r.kind = HighlightRule::Kind::TopN; break;
+          case sheet::ConditionFormatOperator::BOTTOM_N_ELEMENTS: r.kind = HighlightRule::Kind::BottomN; break;
+          case sheet::ConditionFormatOperator::TOP_N_PERCENT: r.kind = HighlightRule::Kind::TopPercent; break;
+          case sheet::ConditionFormatOperator::BOTTOM_N_PERCENT: r.kind = HighlightRule::Kind::BottomPercent; break;
+          default: r.rank = -1;
+        }
+        OUString formula, style;
+        e->getPropertyValue("Formula1") >>= formula;
+        e->getPropertyValue("StyleName") >>= style;
+        if (r.rank != -1) r.rank = formula.toInt32();
+        if (styles->hasByName(style)) {
+          Reference<beans::XPropertySet> sp(styles->getByName(style), UNO_QUERY_THROW);
+          sal_Int32 c = 0;
+          sp->getPropertyValue("CellBackColor") >>= c;
+          r.background = static_cast<Rgb>(c);
+          Reference<beans::XPropertyState> st(sp, UNO_QUERY);
+          if (st.is() && st->getPropertyState("CharColor") == beans::PropertyState_DIRECT_VALUE) {
+            sp->getPropertyValue("CharColor") >>= c;
+            r.fontColor = static_cast<Rgb>(c);
+          }
+        }
+        h.rules.push_back(r);
+      }
+      out.push_back(std::move(h));
+    }
+    return out;
+  });
+}
+
+Workbook::ScreenLock::ScreenLock(Workbook& book) : book_(book) {
+  Guard("holding off screen updates", [&] { book_.impl().model->lockControllers(); });
+  locked_ = true;
+}
+
+Workbook::ScreenLock::~ScreenLock() {
+  if (!locked_) return;
+  try {
+    Guard("resuming screen updates", [&] { book_.impl().model->unlockControllers(); });
+  } catch (const OfficeError&) {
+  }
+}
+
+bool Workbook::controllersLocked() {
+  return Guard("reading the screen lock", [&] { return bool(impl_->model->hasControllersLocked()); });
+}
+
+Workbook::CellLook Workbook::look(int sheet, std::int32_t col, std::int32_t row) {
+  return Guard("reading a cell's format", [&] {
+    CellLook l;
+    Reference<beans::XPropertySet> p = Props(impl_->sheet(sheet)->getCellByPosition(col, row));
+    float weight = 0;
+    p->getPropertyValue("CharWeight") >>= weight;
+    l.bold = weight >= awt::FontWeight::BOLD;
+    sal_Int16 underline = 0;
+    p->getPropertyValue("CharUnderline") >>= underline;
+    l.underline = underline == awt::FontUnderline::SINGLE;
+    sal_Int32 c = 0;
+    p->getPropertyValue("CharColor") >>= c;
+    if (c != -1) l.fontColor = static_cast<Rgb>(c) & 0xFFFFFFu;
+    bool transparent = true;
+    p->getPropertyValue("IsCellBackgroundTransparent") >>= transparent;
+    p->getPropertyValue("CellBackColor") >>= c;
+    if (!transparent) l.background = static_cast<Rgb>(c) & 0xFFFFFFu;
+    sal_Int32 key = 0;
+    p->getPropertyValue("NumberFormat") >>= key;
+    Reference<util::XNumberFormatsSupplier> nfs(impl_->doc, UNO_QUERY_THROW);
+    OUString code;
+    nfs->getNumberFormats()->getByKey(key)->getPropertyValue("FormatString") >>= code;
+    l.numberFormat = S(code);
+    table::CellHoriJustify hj = table::CellHoriJustify_STANDARD;
+    p->getPropertyValue("HoriJustify") >>= hj;
+    l.centredHorizontally = hj == table::CellHoriJustify_CENTER;
+    sal_Int32 vj = 0;
+    p->getPropertyValue("VertJustify") >>= vj;
+    l.centredVertically = vj == table::CellVertJustify2::CENTER;
+    p->getPropertyValue("IsTextWrapped") >>= l.wrap;
+    table::BorderLine2 b;
+    p->getPropertyValue("LeftBorder2") >>= b;
+    l.left = LineOf(b);
+    p->getPropertyValue("TopBorder2") >>= b;
+    l.top = LineOf(b);
+    p->getPropertyValue("RightBorder2") >>= b;
+    l.right = LineOf(b);
+    p->getPropertyValue("BottomBorder2") >>= b;
+    l.bottom = LineOf(b);
+    p->getPropertyValue("DiagonalTLBR2") >>= b;
+    l.diagonalDown = LineOf(b);
+    p->getPropertyValue("DiagonalBLTR2") >>= b;
+    l.diagonalUp = LineOf(b);
+    return l;
+  });
+}
+
+bool Workbook::columnFitted(int sheet, std::int32_t col) {
+  return Guard("reading a column's width", [&] {
+    Reference<table::XColumnRowRange> cr(impl_->sheet(sheet)->getCellRangeByPosition(col, 0, col, 0), UNO_QUERY_THROW);
+    bool optimal = false;
+    Props(cr->getColumns())->getPropertyValue("OptimalWidth") >>= optimal;
+    return optimal;
+  });
+}
+
+void Workbook::exportPicture(int sheet, const std::string& path) {
+  Guard("exporting a picture", [&] {
+    // The picture is of the selection: the sheet's used area.
+    Reference<sheet::XSheetCellCursor> cursor = impl_->sheet(sheet)->createCursor();
+    Reference<sheet::XUsedAreaCursor> used(cursor, UNO_QUERY_THROW);
+    used->gotoStartOfUsedArea(false);
+    used->gotoEndOfUsedArea(true);
+    Reference<sheet::XCellRangeAddressable> area(cursor, UNO_QUERY_THROW);
+    table::CellRangeAddress a = area->getRangeAddress();
+    a.StartColumn = 0;
+    a.StartRow = 0;
+    Reference<frame::XController> c = impl_->controller();
+    Reference<sheet::XSpreadsheetView>(c, UNO_QUERY_THROW)->setActiveSheet(impl_->sheet(sheet));
+    Reference<view::XSelectionSupplier>(c, UNO_QUERY_THROW)->select(Any(impl_->range(FromUno(a))));
+    Sequence<beans::PropertyValue> args(2);
+    args[0] = Prop("FilterName", Any(OUString("calc_png_Export")));
+    args[1] = Prop("SelectionOnly", Any(true));
+    Reference<frame::XStorable>(impl_->model, UNO_QUERY_THROW)->storeToURL(U("file://" + path), args);
+  });
+}
+
+Workbook::Rect Workbook::cellsRect(const CellRangeRef& range) {
+  return Guard("reading a range's place", [&] {
+    Reference<beans::XPropertySet> p = Props(impl_->range(range));
+    awt::Point pos;
+    awt::Size size;
+    p->getPropertyValue("Position") >>= pos;
+    p->getPropertyValue("Size") >>= size;
+    return Rect{pos.X, pos.Y, size.Width, size.Height};
+  });
+}
+
+std::vector<std::string> Workbook::formulas(const CellRangeRef& range) {
+  return Guard("reading formulas", [&] {
+    std::vector<std::string> out;
+    Reference<sheet::XCellRangeFormula> f(impl_->range(range), UNO_QUERY_THROW);
+    for (const Sequence<OUString>& row : f->getFormulaArray())
+      for (const OUString& s : row) out.push_back(S(s));
+    return out;
+  });
 }
 
 }  // namespace qv

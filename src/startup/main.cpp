@@ -13,6 +13,7 @@
 
 #include <cstdio>
 
+#include "about_window.h"
 #include "analysis_state.h"
 #include "main_form.h"
 #include "office_setup.h"
@@ -148,11 +149,10 @@ int main(int argc, char** argv) {
   args.removeFirst();
   QString line = args.join(QChar(' '));
   if (line == QStringLiteral("/612")) {
-    QMessageBox about(QMessageBox::Information, QStringLiteral("About Quantavue"),
-                      QStringLiteral("Quantavue %1\nOne variable of a spreadsheet, at a glance.")
-                          .arg(QStringLiteral(QUANTAVUE_VERSION)));
-    about.setModal(false);
-    about.show();
+    // The process ends when this, its only window, closes.
+    auto* about = new qv::About(QUrl::fromLocalFile(qv::DocsPage(QStringLiteral("contact.html"))));
+    about->setAttribute(Qt::WA_DeleteOnClose);
+    about->show();
     return app.exec();
   }
   if (line == QStringLiteral("/1003")) {

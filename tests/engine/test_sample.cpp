@@ -39,27 +39,17 @@ TEST(Sample, RadixSortGivesTheNumericOrderOfEverySort) {
   // gaps 4, 13, 40, 121.
   const double inf = std::numeric_limits<double>::infinity();
   const double special[] = {
-      // clang-format off
-      0.0,    -0.0,   5e-324, -5e-324, 2.2250738585072014e-308, std::numeric_limits<double>::max(),
-      -1e308, 1e-300, inf,    -inf};
+      0.0, -0.0, 5e-324, -5e-324, 2.2250738585072014e-308, std::numeric_limits<double>::max(), -1e308, 1e-300, inf, -inf};
   std::mt19937_64 rng(7);
   std::normal_distribution<double> normal(0, 1e6);
   for (std::size_t n : {0u, 1u, 2u, 13u, 40u, 121u, 122u, 256u, 257u, 1000u, 100000u}) {
     std::vector<double> input(n);
     for (double& x : input) {
-      switch (rng() % 4) {
-        case 0:
-          x = special[rng() % 10];
-          break;
-        case 1:
-          x = static_cast<double>(rng() % 41) * 0.5 - 10;
-          break;
-        case 2:
-          x = 1.0 + std::ldexp(static_cast<double>(rng() >> 12), -52);
-          break;
-        default:
-          x = normal(rng);
-      }
+      const std::uint64_t kind = rng() % 4;
+      x = kind == 0   ? special[rng() % 10]
+          : kind == 1 ? static_cast<double>(rng() % 41) * 0.5 - 10
+          : kind == 2 ? 1.0 + std::ldexp(static_cast<double>(rng() >> 12), -52)
+                      : normal(rng);
     }
     std::vector<double> radix = input, reference = input, shell = input;
     SortValues(radix);
@@ -82,28 +72,16 @@ TEST(Sample, TruncationSliceEqualsFilteringTheCellsAgain) {
   std::mt19937_64 rng(11);
   std::vector<Cell> cells;
   for (int i = 0; i < 3000; ++i) {
-    switch (rng() % 6) {
-      case 0:
-        cells.push_back(Blank());
-        break;
-      case 1:
-        cells.push_back(Truth(rng() % 2 == 0));
-        break;
-      case 2:
-        cells.push_back("7");
-        break;
-      default:
-        cells.push_back(static_cast<double>(rng() % 41) / 4 - 5);  // ties on the bounds
-    }
+    const std::uint64_t kind = rng() % 6;
+    cells.push_back(kind == 0   ? Blank()
+                    : kind == 1 ? Truth(rng() % 2 == 0)
+                    : kind == 2 ? Cell("7")
+                                : Cell(static_cast<double>(rng() % 41) / 4 - 5));  // ties on the bounds
   }
   CellBlock block = Column(cells);
   std::vector<double> sorted = BuildSample(block, SampleFilter::Continuous);
-  struct Bounds {
-    double low, high;
-  } bounds[] = {
-      {-5, 5}, {-1, 0}, {0, 0}, {-0.0, 0.0}, {1.25, 1.25}, {1.3, 1.4}, {2, 1}, {-100, 100},
-  };
-  // clang-format on
+  struct Bounds { double low, high; } bounds[] = {
+      {-5, 5}, {-1, 0}, {0, 0}, {-0.0, 0.0}, {1.25, 1.25}, {1.3, 1.4}, {2, 1}, {-100, 100}};
   for (Bounds b : bounds) {
     std::vector<double> anew;  // LoadSample's loop with the bounds, then a sort
     for (std::int64_t i = 0; i < block.size(); ++i) {

@@ -136,12 +136,13 @@ TEST_F(MainWindowTest, BinRulesTypedNumbersAndTheKnob) {
 TEST_F(MainWindowTest, TruncationFollowsTheSheetAndRefusesCrossing) {
   form->Form_Load();
   Take(HeaderTwentyThreeBlanks());
+  const QString kurt = form->krt->text(), skew = form->skw->text();
   form->SSlider22->setPosition(15);
   form->SSlider22_MouseUp();
-  EXPECT_EQ(form->TextBox1->text(), "15");
-  EXPECT_EQ(form->Label12->text(), "*Max");
-  EXPECT_EQ(form->Label8->text(), "MIN");
-  EXPECT_EQ(form->Miss->text(), "9");
+  EXPECT_EQ(form->TextBox1->text() + " " + form->Miss->text() + " " + form->TextBox8->text(), "15 9 15");
+  EXPECT_EQ(form->Label8->text() + form->Label12->text(), "MIN*Max");
+  EXPECT_EQ(form->krt->text() + form->skw->text(), kurt + skew) << "the range's kurtosis and skewness stay";
+  EXPECT_EQ(form->SSliderInterval->upperBound(), 14) << "the width slider spans the cut sample";
   // An edit in the sheet shows at the next release, with no new pick.
   book->write({0, 0, 1, 0, 0}, Column({"n:3.5"}));  // the 1 becomes 3.5
   form->SSlider11->setPosition(1);
@@ -161,12 +162,6 @@ TEST_F(MainWindowTest, TruncationFollowsTheSheetAndRefusesCrossing) {
   EXPECT_EQ(form->TextBox1->text(), "20");
   EXPECT_EQ(form->TextBox4->text(), "2");
 }
-
-}  // namespace
-}  // namespace qv::testing
-
-namespace qv::testing {
-namespace {
 
 TEST_F(MainWindowTest, NormalityWindowOpensOnTheTruncatedSample) {
   form->Form_Load();
@@ -189,12 +184,6 @@ TEST_F(MainWindowTest, NormalityWindowOpensOnTheTruncatedSample) {
   EXPECT_FALSE(stat.isEmpty());
   EXPECT_TRUE(truncatedShown);
 }
-
-}  // namespace
-}  // namespace qv::testing
-
-namespace qv::testing {
-namespace {
 
 bool Readable(const QString& text) {
   return !text.contains("NaN") && !text.contains("Inf") && !text.startsWith("Text") && text.size() <= 24;

@@ -61,20 +61,12 @@ TEST(Elementary, HelpersAndStoredValues) {
   EXPECT_NEAR(ExpMinusOne(std::nextafter(2.0, 0.0)) / (std::exp(2.0) - 1), 1, 4 * DBL_EPSILON);
 
   EXPECT_FALSE(std::signbit(ClearNegativeZero(-0.0)));
-  for (double x : {1.0, -1.0, -1e-300, -std::numeric_limits<double>::infinity(), 0.0}) {
-    EXPECT_EQ(ClearNegativeZero(x), x);
-  }
+  for (double x : {1.0, -1.0, -1e-300, -std::numeric_limits<double>::infinity(), 0.0}) EXPECT_EQ(ClearNegativeZero(x), x);
   EXPECT_TRUE(std::isnan(ClearNegativeZero(NAN)));
 
-  struct {
-    double x;
-    bool even;
-  } parity[] = {{0, true}, {4, true}, {-2, true}, {3, false}, {2.5, false}, {-3, false}, {1e300, true}};
+  struct { double x; bool even; } parity[] = {{0, true}, {4, true}, {-2, true}, {3, false}, {2.5, false}, {-3, false}, {1e300, true}};
   for (auto c : parity) EXPECT_EQ(IsEven(c.x), c.even) << c.x;
-  EXPECT_EQ(MinValue(1, 2), 1);
-  EXPECT_EQ(MinValue(2, 1), 1);
-  EXPECT_EQ(MaxValue(1, 2), 2);
-  EXPECT_EQ(MaxValue(2, 1), 2);
+  EXPECT_TRUE(MinValue(1, 2) == 1 && MinValue(2, 1) == 1 && MaxValue(1, 2) == 2 && MaxValue(2, 1) == 2);
 }
 
 }  // namespace

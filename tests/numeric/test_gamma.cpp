@@ -32,14 +32,6 @@ TEST(Gamma, MatchesReferenceTable) {
         .bound = 1e-13, .slack = slack}});
 }
 
-}  // namespace
-}  // namespace qv
-
-namespace qv {
-namespace {
-
-using namespace numeric;
-
 TEST(Gamma, ShapeOneIsTheExponentialDistribution) {
   // P(x, 1) = 1 - exp(-x), through PoissonUpperFraction (x < 1) or PoissonLowerTail.
   for (double x : {1e-300, 1e-20, 1e-5, 0.3, 0.999, 1.0, 1.5, 7.0, 40.0, 700.0}) {

@@ -39,15 +39,10 @@ TEST(Normal, MatchesReferenceTable) {
 TEST(Normal, EdgeCases) {
   using numeric::NormalLower;
   // Exact values: the centre, the ends of double range, the region switches.
-  EXPECT_EQ(NormalLower(0), 0.5);
-  EXPECT_EQ(CdfNormal(-0.0), 0.5);
-  EXPECT_EQ(NormalLower(-41), 0.0);
-  EXPECT_EQ(NormalLower(41), 1.0);
-  EXPECT_EQ(NormalLower(40), 1.0);
-  EXPECT_EQ(CdfNormal(-INFINITY), 0.0);
-  EXPECT_EQ(CdfNormal(INFINITY), 1.0);
-  EXPECT_FALSE(std::signbit(CdfNormal(-40)));
-  EXPECT_FALSE(std::signbit(CdfNormal(-1e300)));
+  struct { double got, want; } cases[] = {{NormalLower(0), 0.5}, {CdfNormal(-0.0), 0.5}, {NormalLower(-41), 0.0},
+      {NormalLower(41), 1.0}, {NormalLower(40), 1.0}, {CdfNormal(-INFINITY), 0.0}, {CdfNormal(INFINITY), 1.0}};
+  for (const auto& c : cases) EXPECT_EQ(c.got, c.want) << "case " << &c - cases;
+  EXPECT_FALSE(std::signbit(CdfNormal(-40)) || std::signbit(CdfNormal(-1e300)));
   EXPECT_TRUE(std::isnan(CdfNormal(NAN)));
   // Phi(-38) = 2.8854283600687843e-316 (mpmath): subnormal, yet not flushed to 0.
   EXPECT_NEAR(NormalLower(-38), 2.8854283600687843e-316, 4 * std::numeric_limits<double>::denorm_min());
@@ -96,14 +91,7 @@ TEST(Normal, InverseIsOddAndInvertsTheDistribution) {
 
 TEST(Normal, InverseRefusesProbabilitiesOutsideTheOpenInterval) {
   const double inf = std::numeric_limits<double>::infinity();
-  for (double p : {0.0, 1.0, -0.1, 1.5, -inf, inf}) {
-    EXPECT_THROW(InverseNormal(p), ValueError) << p;
-  }
-  try {
-    InverseNormal(0);
-  } catch (const ValueError& e) {
-    EXPECT_STREQ(e.what(), "#VALUE!");
-  }
+  for (double p : {0.0, 1.0, -0.1, 1.5, -inf, inf}) EXPECT_THROW(InverseNormal(p), ValueError) << p;  // text: EntryPoints
   EXPECT_TRUE(std::isnan(InverseNormal(NAN)));
 }
 

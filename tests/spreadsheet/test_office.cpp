@@ -32,18 +32,12 @@ TEST_F(OfficeTest, ReadKeepsEveryCellsKind) {
   EXPECT_EQ(b.text(8), "12");
   EXPECT_EQ(book->errorFormulaCells({0, 0, 0, 0, 9}).size(), 1u);
   EXPECT_TRUE(book->errorFormulaCells({0, 0, 0, 0, 6}).empty());
-}
-
-TEST_F(OfficeTest, TwoColumnsReadRowByRow) {
-  CellBlock b;
-  b.resize(2, 2);
-  b.setNumber(0, 1);
-  b.setNumber(1, 2);
-  b.setNumber(2, 3);
-  b.setNumber(3, 4);
-  book->write({0, 1, 1, 0, 0}, b);
-  CellBlock r = book->read({0, 1, 1, 2, 2});
-  EXPECT_EQ(r.numbers, (std::vector<double>{1, 2, 3, 4}));
+  // Two columns read row by row.
+  CellBlock two;
+  two.resize(2, 2);
+  for (int i = 0; i < 4; ++i) two.setNumber(i, i + 1);
+  book->write({0, 1, 1, 0, 0}, two);
+  EXPECT_EQ(book->read({0, 1, 1, 2, 2}).numbers, (std::vector<double>{1, 2, 3, 4}));
 }
 
 TEST_F(OfficeTest, NamesAddressesAndUsedRange) {
@@ -62,6 +56,18 @@ TEST_F(OfficeTest, NamesAddressesAndUsedRange) {
   EXPECT_EQ(book->usedRange(0), (CellRangeRef{0, 0, 0, 0, 3}));
   auto whole = Intersect(CellRangeRef{0, 0, 0, 0, 1048575}, *book->usedRange(0));
   EXPECT_EQ(whole, (CellRangeRef{0, 0, 0, 0, 3}));
+  // Reading a whole column stops at the used area.
+  CellBlock used = book->readUsed({0, 0, 0, 0, 1048575});
+  EXPECT_EQ(used.rows, 4);
+  EXPECT_EQ(CountA(used), 4);
+  EXPECT_EQ(book->readUsed({0, 5, 0, 5, 1048575}).size(), 0) << "column F holds nothing";
+  // Selections of one area and of two.
+  book->select({CellRangeRef{0, 0, 0, 0, 4}});
+  Selection sel = book->selection();
+  ASSERT_EQ(sel.areas.size(), 1u);
+  EXPECT_EQ(sel.areas[0], (CellRangeRef{0, 0, 0, 0, 4}));
+  book->select({CellRangeRef{0, 0, 0, 0, 2}, CellRangeRef{0, 2, 0, 2, 2}});
+  EXPECT_EQ(book->selection().areas.size(), 2u);
 }
 
 TEST_F(OfficeTest, ModifyListenerSeesEditsInsideTheRangeOnly) {
@@ -74,15 +80,6 @@ TEST_F(OfficeTest, ModifyListenerSeesEditsInsideTheRangeOnly) {
   EXPECT_TRUE(book->changed());
   book->clearChanged();
   EXPECT_FALSE(book->changed());
-}
-
-TEST_F(OfficeTest, SelectionAreas) {
-  book->select({CellRangeRef{0, 0, 0, 0, 4}});
-  Selection s = book->selection();
-  ASSERT_EQ(s.areas.size(), 1u);
-  EXPECT_EQ(s.areas[0], (CellRangeRef{0, 0, 0, 0, 4}));
-  book->select({CellRangeRef{0, 0, 0, 0, 2}, CellRangeRef{0, 2, 0, 2, 2}});
-  EXPECT_EQ(book->selection().areas.size(), 2u);
 }
 
 // Our in-process worksheet functions must give what the office gives.
@@ -142,12 +139,6 @@ TEST_F(OfficeTest, RangeFunctionsMatchTheOffice) {
   EXPECT_FALSE(Kurt(book->read({0, 3, 0, 3, 3})).has_value());
 }
 
-}  // namespace
-}  // namespace qv::testing
-
-namespace qv::testing {
-namespace {
-
 class ShownBookTest : public OfficeTest {
  protected:
   bool hiddenBook() const override { return false; }
@@ -161,26 +152,6 @@ TEST_F(ShownBookTest, CancelledPickGivesNoRange) {
   });
   EXPECT_FALSE(picked.has_value());
 }
-
-}  // namespace
-}  // namespace qv::testing
-
-namespace qv::testing {
-namespace {
-
-TEST_F(OfficeTest, ReadUsedStopsAtTheUsedArea) {
-  book->write({0, 0, 0, 0, 0}, Column({"h:x", "n:1", "n:2"}));
-  CellBlock whole = book->readUsed({0, 0, 0, 0, 1048575});
-  EXPECT_EQ(whole.rows, 3);
-  EXPECT_EQ(CountA(whole), 3);
-  EXPECT_EQ(book->readUsed({0, 5, 0, 5, 1048575}).size(), 0) << "column F holds nothing";
-}
-
-}  // namespace
-}  // namespace qv::testing
-
-namespace qv::testing {
-namespace {
 
 TEST_F(OfficeTest, OurNameLeavesTheModifiedFlagAsItWas) {
   book->write({0, 0, 0, 0, 0}, Column({"h:x", "n:1", "n:2", "n:3"}));

@@ -19,7 +19,7 @@
 #include <functional>
 #include <map>
 #include <optional>
-#include <sstream>
+#include <iterator>
 #include <thread>
 #include <vector>
 
@@ -31,10 +31,9 @@ namespace {
 using namespace std::chrono_literals;
 
 struct Outcome {
-  bool ended = false;  // by itself, within the limit
-  bool signalled = false;
-  int status = -1;     // exit status, or the signal's number
-  std::string err;     // what it wrote on stderr
+  bool ended = false, signalled = false;  // ended by itself, within the limit
+  int status = -1;                        // exit status, or the signal's number
+  std::string err;                        // what it wrote on stderr
 };
 
 std::string PipePath(const std::string& name) { return "/tmp/OSL_PIPE_" + std::to_string(getuid()) + "_" + name; }
@@ -47,12 +46,7 @@ Outcome RunProgram(std::map<std::string, std::string> env, std::vector<std::stri
   std::string errFile = std::filesystem::temp_directory_path() / ("qv-startup-" + std::to_string(getpid()) + ".err");
   pid_t pid = fork();
   if (pid == 0) {
-    for (auto& [k, v] : env) {
-      if (v == "<unset>")
-        unsetenv(k.c_str());
-      else
-        setenv(k.c_str(), v.c_str(), 1);
-    }
+    for (auto& [k, v] : env) v == "<unset>" ? unsetenv(k.c_str()) : setenv(k.c_str(), v.c_str(), 1);
     int fd = open(errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     dup2(fd, 2);
     std::vector<char*> argv{const_cast<char*>(binary)};
@@ -82,14 +76,10 @@ Outcome RunProgram(std::map<std::string, std::string> env, std::vector<std::stri
     }
     std::this_thread::sleep_for(50ms);
   }
-  if (out.ended) {
-    out.signalled = WIFSIGNALED(status);
-    out.status = out.signalled ? WTERMSIG(status) : WEXITSTATUS(status);
-  }
+  out.signalled = out.ended && WIFSIGNALED(status);
+  if (out.ended) out.status = out.signalled ? WTERMSIG(status) : WEXITSTATUS(status);
   std::ifstream in(errFile);
-  std::stringstream ss;
-  ss << in.rdbuf();
-  out.err = ss.str();
+  out.err.assign(std::istreambuf_iterator<char>(in), {});
   std::filesystem::remove(errFile);
   return out;
 }
@@ -100,14 +90,13 @@ std::map<std::string, std::string> Scripted(const std::string& connection, int c
   return env;
 }
 
-#define EXPECT_ENDED(out, code)                                                          \
-  do {                                                                                   \
-    EXPECT_TRUE((out).ended) << "the process did not end by itself\n" << (out).err;      \
-    EXPECT_FALSE((out).signalled) << "killed by signal " << (out).status << "\n" << (out).err; \
-    if ((out).ended && !(out).signalled) {                                             \
-      EXPECT_EQ((out).status, code) << (out).err;                                       \
-    }                                                                                   \
-  } while (0)
+::testing::AssertionResult Ended(const Outcome& out, int code) {
+  if (!out.ended) return ::testing::AssertionFailure() << "the process did not end by itself\n" << out.err;
+  if (out.signalled) return ::testing::AssertionFailure() << "killed by signal " << out.status << "\n" << out.err;
+  if (out.status != code) return ::testing::AssertionFailure() << "exit status " << out.status << "\n" << out.err;
+  return ::testing::AssertionSuccess();
+}
+#define EXPECT_ENDED(out, code) EXPECT_TRUE(Ended(out, code))
 
 // A socket where the office's pipe would be, run by the test: `serve` gets each
 // accepted connection.
@@ -216,9 +205,7 @@ TEST_F(SessionTest, EveryWayOutEndsTheProcess) {
                              std::chrono::milliseconds(c.closeAfterMs > 2000 ? c.closeAfterMs - 800 : 0),
                              [&] { named = b->resolveName("data919234xxx").has_value(); });
     EXPECT_ENDED(out, 0);
-    if (c.closeAfterMs > 2000) {
-      EXPECT_EQ(named, true) << "the intake did not name the range";
-    }
+    if (c.closeAfterMs > 2000) { EXPECT_EQ(named, true) << "the intake did not name the range"; }
     EXPECT_NE(out.err.find(c.said), std::string::npos) << out.err;
     // Our workbook name is gone, and with it every trace of the session.
     EXPECT_FALSE(book->resolveName("data919234xxx").has_value());
@@ -227,10 +214,8 @@ TEST_F(SessionTest, EveryWayOutEndsTheProcess) {
 }
 
 TEST(Startup, OfficeKilledDuringTheSession) {
-  struct Case {
-    const char* name;
-    std::chrono::milliseconds killAt;
-  } cases[] = {{"one second after start", 1000ms}, {"after the intake", 4000ms}};
+  struct Case { const char* name; std::chrono::milliseconds killAt; } cases[] = {
+      {"one second after start", 1000ms}, {"after the intake", 4000ms}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     std::unique_ptr<HeadlessOffice> own = HeadlessOffice::StartAnother();
