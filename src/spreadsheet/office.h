@@ -200,6 +200,8 @@ class Workbook {
   struct HighlightFormat {
     std::vector<CellRangeRef> ranges;
     std::vector<HighlightRule> rules;  // colours from the rules' cell styles
+    // The first cell knows it carries a format: the office draws it without a reload.
+    bool drawn = false;
   };
   std::vector<HighlightFormat> highlights(int sheet);
   struct Rect {

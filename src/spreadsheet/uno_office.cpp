@@ -100,6 +100,8 @@
 #include <com/sun/star/sheet/XCellRangeFormula.hpp>
 #include <com/sun/star/sheet/XConditionalFormat.hpp>
 #include <com/sun/star/sheet/XConditionalFormats.hpp>
+#include <com/sun/star/sheet/ConditionOperator.hpp>
+#include <com/sun/star/sheet/XSheetConditionalEntries.hpp>
 #include <com/sun/star/style/XStyle.hpp>
 #include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
 #include <com/sun/star/table/BorderLine2.hpp>
@@ -1344,24 +1346,45 @@ Workbook::ChartLook Workbook::chart(int sheet) {
 void Workbook::addHighlight(const CellRangeRef& range, const std::vector<HighlightRule>& rules) {
   if (rules.empty()) return;
   Guard("highlighting the range", [&] {
-    Reference<sheet::XConditionalFormats> formats = CondFormats(*impl_, range.sheet);
-    sal_Int32 id = formats->createByRange(RangesOf(*impl_, {range}));
-    for (const Reference<sheet::XConditionalFormat>& f : formats->getConditionalFormats()) {
+    // A format made by XConditionalFormats::createByRange is stored but not drawn until the
+    // document is loaded again: the cells are not told they carry it. The range's own
+    // ConditionalFormat property tells them, so the format is made there, with one entry
+    // that is never true, and that entry then becomes the first rule.
+    Reference<beans::XPropertySet> cells = Props(impl_->range(range));
+    Reference<sheet::XSheetConditionalEntries> made(cells->getPropertyValue("ConditionalFormat"), UNO_QUERY_THROW);
+    made->clear();
+    Sequence<beans::PropertyValue> never(3);
+    never[0] = Prop("Operator", Any(sheet::ConditionOperator_FORMULA));
+    never[1] = Prop("Formula1", Any(OUString("0")));
+    never[2] = Prop("StyleName", Any(U(HighlightStyle(*impl_, rules.front()))));
+    made->addNew(never);
+    cells->setPropertyValue("ConditionalFormat", Any(made));
+
+    // The newest format on exactly this range is the one just made.
+    Reference<sheet::XConditionalFormat> ours;
+    sal_Int32 newest = -1;
+    for (const Reference<sheet::XConditionalFormat>& f : CondFormats(*impl_, range.sheet)->getConditionalFormats()) {
+      Reference<beans::XPropertySet> fp = Props(f);
+      Reference<sheet::XSheetCellRanges> where(fp->getPropertyValue("Range"), UNO_QUERY);
       sal_Int32 fid = -1;
-      Props(f)->getPropertyValue("ID") >>= fid;
-      if (fid != id) continue;
-      Reference<container::XIndexAccess> entries(f, UNO_QUERY_THROW);
-      for (const HighlightRule& rule : rules) {
-        std::string style = HighlightStyle(*impl_, rule);
-        f->createEntry(sheet::ConditionEntryType::CONDITION, entries->getCount());
-        Reference<beans::XPropertySet> e = Props(Reference<uno::XInterface>(entries->getByIndex(entries->getCount() - 1), UNO_QUERY_THROW));
-        e->setPropertyValue("Operator", Any(OperatorOf(rule.kind)));
-        e->setPropertyValue("Formula1", Any(U(std::to_string(rule.rank))));
-        e->setPropertyValue("StyleName", Any(U(style)));
+      fp->getPropertyValue("ID") >>= fid;
+      if (!where.is() || fid <= newest) continue;
+      Sequence<table::CellRangeAddress> a = where->getRangeAddresses();
+      if (a.getLength() == 1 && FromUno(a[0]) == range) {
+        ours = f;
+        newest = fid;
       }
-      return;
     }
-    throw OfficeError("The new conditional format was not found");
+    if (!ours.is()) throw OfficeError("The new conditional format was not found");
+    Reference<container::XIndexAccess> entries(ours, UNO_QUERY_THROW);
+    for (std::size_t i = 0; i < rules.size(); ++i) {
+      if (i > 0) ours->createEntry(sheet::ConditionEntryType::CONDITION, entries->getCount());
+      Reference<beans::XPropertySet> e =
+          Props(Reference<uno::XInterface>(entries->getByIndex(static_cast<sal_Int32>(i)), UNO_QUERY_THROW));
+      e->setPropertyValue("Operator", Any(OperatorOf(rules[i].kind)));
+      e->setPropertyValue("Formula1", Any(U(std::to_string(rules[i].rank))));
+      e->setPropertyValue("StyleName", Any(U(HighlightStyle(*impl_, rules[i]))));
+    }
   });
 }
 
@@ -1399,6 +1422,13 @@ std::vector<Workbook::HighlightFormat> Workbook::highlights(int sheet) {
       HighlightFormat h;
       Reference<sheet::XSheetCellRanges> cells(Props(f)->getPropertyValue("Range"), UNO_QUERY_THROW);
       for (const table::CellRangeAddress& a : cells->getRangeAddresses()) h.ranges.push_back(FromUno(a));
+      if (!h.ranges.empty()) {
+        const CellRangeRef& r = h.ranges.front();
+        Reference<container::XIndexAccess> known(
+            Props(impl_->range({sheet, r.firstCol, r.firstRow, r.firstCol, r.firstRow}))->getPropertyValue("ConditionalFormat"),
+            UNO_QUERY);
+        h.drawn = known.is() && known->getCount() > 0;
+      }
       Reference<container::XIndexAccess> entries(f, UNO_QUERY_THROW);
       for (sal_Int32 i = 0; i < entries->getCount(); ++i) {
         Reference<beans::XPropertySet> e(entries->getByIndex(i), UNO_QUERY);

@@ -54,6 +54,7 @@ TEST_F(HighlightOffice, EachChoiceLeavesExactlyItsRules) {
     }
     ASSERT_EQ(f.size(), 1u) << "one choice in force at a time";
     EXPECT_EQ(f[0].ranges, std::vector<CellRangeRef>{range});
+    EXPECT_TRUE(f[0].drawn) << "the cells must know their format, or Calc shows it only after a reload";
     ASSERT_EQ(f[0].rules.size(), c.kinds.size());
     for (std::size_t i = 0; i < c.kinds.size(); ++i) {
       EXPECT_EQ(f[0].rules[i].kind, c.kinds[i]);
