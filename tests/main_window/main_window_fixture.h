@@ -6,6 +6,9 @@
 #include <QEvent>
 #include <QStringList>
 
+#include <chrono>
+#include <thread>
+
 #include "analysis_state.h"
 #include "main_form.h"
 #include "office_fixture.h"
@@ -18,6 +21,14 @@ class MainWindowTest : public OfficeTest {
 
   void SetUp() override {
     OfficeTest::SetUp();
+    // The intake reads the document in front; a busy office puts a new one there a little
+    // later.
+    for (int i = 0; i < 500; ++i) {
+      std::shared_ptr<Workbook> front = HeadlessOffice::Get().office().activeWorkbook();
+      if (front && front->sameDocument(*book)) break;
+      book->activate();
+      std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
     AnalysisState& s = State();
     s = AnalysisState{};
     s.ExcelApp = HeadlessOffice::Get().shared();
