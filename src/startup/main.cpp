@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QUrl>
 
+#include <clocale>
 #include <cstdio>
 
 #include "about_window.h"
@@ -142,6 +143,9 @@ int main(int argc, char** argv) {
   if (qv::IsOfficeSetupCommand(argc, argv)) return qv::RunOfficeSetup(argc, argv);
   if (!qv::DisplayUsable(argc, argv)) return 1;
   QApplication app(argc, argv);
+  // Qt takes the C locale from the environment; our number texts and Val read and write
+  // the point themselves and need the C library's numbers in the "C" form.
+  std::setlocale(LC_NUMERIC, "C");
   QApplication::setApplicationName(QStringLiteral("Quantavue"));
   qv::InstallAutoAnswer();
   // The command line is compared as one string, exactly: "/612 " is no switch.
