@@ -54,7 +54,9 @@ depends=$(field Depends)
 for lib in libqt6widgets6 libqt6gui6 libqt6core6 libqcustomplot libuno-cppu3 libuno-sal3 libuno-cppuhelpergcc3-3 libc6; do
   grep -q "$lib" <<<"$depends" || fail "Depends lacks $lib: $depends"
 done
-field Description | head -1 | grep -q 'spreadsheet' || fail "Description: $(field Description | head -1)"
+# The summary line read whole: a reader that stops early would break the pipe under pipefail.
+summary=$(field Description | sed -n 1p)
+[[ $summary == *spreadsheet* ]] || fail "Description: $summary"
 
 # Unpacked into an empty root, the program starts; the About window either ends by itself
 # (answered) or is ended after 2 s, with no crash either way.
