@@ -3,6 +3,7 @@
 // office's own API; every failure of the office becomes an OfficeError.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -35,6 +36,16 @@ class Workbook;
 // runs inline on the caller's thread. Calls made from inside a call run inline.
 using OfficeCallWaiter = std::function<void(const std::function<void()>& call)>;
 void SetOfficeCallWaiter(OfficeCallWaiter waiter);
+
+// How far the bulk read or write under way has come, for a waiter that shows progress
+// (it may ask from any thread). `total` is 0 while no bulk call runs.
+struct OfficeProgress {
+  enum class Work { None, Reading, Writing };
+  Work work = Work::None;
+  std::int64_t done = 0;   // cells
+  std::int64_t total = 0;  // cells
+};
+OfficeProgress CurrentOfficeProgress();
 
 class Office {
  public:

@@ -154,6 +154,28 @@ OfficeCallWaiter& Waiter() {
   return *waiter;
 }
 
+// The bulk call under way, read by a waiter on another thread.
+std::atomic<int> gProgressWork{0};
+std::atomic<std::int64_t> gProgressDone{0};
+std::atomic<std::int64_t> gProgressTotal{0};
+
+class ProgressScope {
+ public:
+  ProgressScope(OfficeProgress::Work work, std::int64_t total) {
+    gProgressDone.store(0);
+    gProgressTotal.store(total);
+    gProgressWork.store(static_cast<int>(work));
+  }
+  ~ProgressScope() {
+    gProgressWork.store(0);
+    gProgressTotal.store(0);
+    gProgressDone.store(0);
+  }
+  void advance(std::int64_t cells) { gProgressDone.fetch_add(cells); }
+  ProgressScope(const ProgressScope&) = delete;
+  ProgressScope& operator=(const ProgressScope&) = delete;
+};
+
 // Set while a thread runs a call handed to the waiter: calls from inside it run inline.
 thread_local int tInsideCall = 0;
 
@@ -343,6 +365,15 @@ void KeepingModifiedFlag(const Reference<frame::XModel>& model, F&& f) {
 }  // namespace
 
 void SetOfficeCallWaiter(OfficeCallWaiter waiter) { Waiter() = std::move(waiter); }
+
+OfficeProgress CurrentOfficeProgress() {
+  OfficeProgress p;
+  p.work = static_cast<OfficeProgress::Work>(gProgressWork.load());
+  p.total = gProgressTotal.load();
+  p.done = std::min(gProgressDone.load(), p.total);
+  if (p.total == 0) p.work = OfficeProgress::Work::None;
+  return p;
+}
 
 std::string Office::DefaultConnection() {
   const char* env = std::getenv("QUANTAVUE_CONNECT");
@@ -624,6 +655,7 @@ CellBlock Workbook::read(const CellRangeRef& r) {
   return Guard("reading the range", [&] {
     CellBlock block;
     block.resize(r.rows(), r.cols());
+    ProgressScope progress(OfficeProgress::Work::Reading, block.size());
     // Chunks of rows read faster than one call for the whole column.
     const std::int32_t chunk = 131072;
     Reference<sheet::XSpreadsheet> sheet = impl_->sheet(r.sheet);
@@ -653,6 +685,7 @@ CellBlock Workbook::read(const CellRangeRef& r) {
           }
         }
       }
+      progress.advance(std::int64_t(rows.getLength()) * r.cols());
     }
     // Dates and truth values come back as plain numbers: their number format tells.
     Reference<sheet::XUniqueCellFormatRangesSupplier> formats(impl_->range(r), UNO_QUERY_THROW);
@@ -788,6 +821,7 @@ void Workbook::write(const CellRangeRef& at, const CellBlock& values) {
   Guard("writing cells", [&] {
     // Long blocks go in slices of about 256k cells: faster than one call for them all.
     const std::int64_t sliceRows = std::max<std::int64_t>(1, (std::int64_t(1) << 18) / std::max<std::int64_t>(1, values.cols));
+    ProgressScope progress(OfficeProgress::Work::Writing, values.size());
     for (std::int64_t first = 0; first < values.rows; first += sliceRows) {
       const std::int64_t count = std::min(sliceRows, values.rows - first);
       Sequence<Sequence<Any>> rows(static_cast<sal_Int32>(count));
@@ -815,6 +849,7 @@ void Workbook::write(const CellRangeRef& at, const CellBlock& values) {
                      static_cast<std::int32_t>(at.firstRow + first + count - 1)};
       Reference<sheet::XCellRangeData> data(impl_->range(r), UNO_QUERY_THROW);
       data->setDataArray(rows);
+      progress.advance(count * values.cols);
     }
     // A void written by setDataArray does not leave a plain blank: clear those cells.
     for (std::int64_t k = 0; k < values.size(); ++k) {

@@ -5,10 +5,16 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFrame>
+#include <QLabel>
+#include <QLocale>
 #include <QMessageBox>
+#include <QProgressBar>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QTimer>
+#include <QVBoxLayout>
 #include <QWidget>
 
 #include <atomic>
@@ -92,6 +98,59 @@ CloseKeeper* Keeper() {
   return keeper;
 }
 
+// A small panel over the window in front that counts the cells of a long bulk read or
+// write. It takes no focus and no input, so it changes nothing the user does.
+class ProgressPanel : public QFrame {
+ public:
+  ProgressPanel()
+      : QFrame(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                            Qt::WindowDoesNotAcceptFocus) {
+    setObjectName(QStringLiteral("OfficeProgress"));
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFrameStyle(QFrame::Box | QFrame::Plain);
+    setAutoFillBackground(true);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(14, 10, 14, 12);
+    label_ = new QLabel(this);
+    label_->setObjectName(QStringLiteral("OfficeProgressText"));
+    bar_ = new QProgressBar(this);
+    bar_->setObjectName(QStringLiteral("OfficeProgressBar"));
+    bar_->setRange(0, 1000);  // permille: a sheet holds more cells than an int counts
+    bar_->setTextVisible(false);
+    layout->addWidget(label_);
+    layout->addWidget(bar_);
+    setFixedWidth(380);
+  }
+
+  void report(const OfficeProgress& p) {
+    QLocale locale;
+    label_->setText(QStringLiteral("%1 cells: %2 of %3")
+                        .arg(p.work == OfficeProgress::Work::Reading ? QStringLiteral("Reading")
+                                                                     : QStringLiteral("Writing"),
+                             locale.toString(static_cast<qlonglong>(p.done)),
+                             locale.toString(static_cast<qlonglong>(p.total))));
+    bar_->setValue(static_cast<int>(p.done * 1000 / p.total));
+    if (isVisible()) return;
+    adjustSize();
+    QWidget* over = QApplication::activeWindow();
+    if (!over) {
+      for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->isVisible() && w != this) {
+          over = w;
+          break;
+        }
+    }
+    QRect area = over ? over->frameGeometry() : screen()->availableGeometry();
+    move(area.center() - rect().center());
+    QFrame::show();
+  }
+
+ private:
+  QLabel* label_;
+  QProgressBar* bar_;
+};
+
 // True when the user chooses to end; the box goes by itself when the answer comes.
 bool AskToEnd(const std::atomic<bool>& done) {
   QMessageBox box(QMessageBox::Warning, QApplication::applicationName(),
@@ -112,7 +171,8 @@ bool AskToEnd(const std::atomic<bool>& done) {
   return !done.load() && box.clickedButton() == end;
 }
 
-void WaitFor(const std::function<void()>& call, std::chrono::milliseconds limit) {
+void WaitFor(const std::function<void()>& call, std::chrono::milliseconds limit,
+             std::chrono::milliseconds progressAfter) {
   using Clock = std::chrono::steady_clock;
   CloseKeeper* keeper = Keeper();
   auto done = std::make_shared<std::atomic<bool>>(false);
@@ -127,7 +187,9 @@ void WaitFor(const std::function<void()>& call, std::chrono::milliseconds limit)
   QTimer tick;  // wakes the loop to look at the clock
   tick.start(100);
   Clock::time_point since = Clock::now();
+  const Clock::time_point started = since;
   Clock::time_point closeDeadline{};
+  std::unique_ptr<ProgressPanel> panel;
   while (!done->load()) {
     // Input is held back, not lost: it arrives in order once the call is back.
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::ExcludeUserInputEvents);
@@ -140,8 +202,15 @@ void WaitFor(const std::function<void()>& call, std::chrono::milliseconds limit)
       continue;
     }
     if (now - since >= limit) {
+      if (panel) panel->hide();
       if (AskToEnd(*done)) EndWithoutTheOffice();
       since = Clock::now();
+    }
+    // Short calls show nothing: a panel that flashes would only distract.
+    OfficeProgress progress = CurrentOfficeProgress();
+    if (progress.total > 0 && now - started >= progressAfter) {
+      if (!panel) panel = std::make_unique<ProgressPanel>();
+      panel->report(progress);
     }
   }
   if (--keeper->depth == 0 && keeper->closeAsked) {
@@ -155,9 +224,9 @@ void WaitFor(const std::function<void()>& call, std::chrono::milliseconds limit)
 
 }  // namespace
 
-void InstallOfficeWaiter(std::chrono::milliseconds noAnswerLimit) {
+void InstallOfficeWaiter(std::chrono::milliseconds noAnswerLimit, std::chrono::milliseconds progressAfter) {
   Keeper();
-  SetOfficeCallWaiter([noAnswerLimit](const std::function<void()>& call) { WaitFor(call, noAnswerLimit); });
+  SetOfficeCallWaiter([=](const std::function<void()>& call) { WaitFor(call, noAnswerLimit, progressAfter); });
 }
 
 void RemoveOfficeWaiter() { SetOfficeCallWaiter(nullptr); }

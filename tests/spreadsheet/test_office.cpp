@@ -3,6 +3,7 @@
 // compared with the office's own on the same data.
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cmath>
 #include <random>
 #include <thread>
@@ -187,6 +188,58 @@ TEST_F(OfficeTest, AWaiterRunsEachCallAndHandsBackItsOutcome) {
   SetOfficeCallWaiter(nullptr);
   EXPECT_TRUE(ranElsewhere);
   EXPECT_EQ(book->resolveName("data919234xxx"), (CellRangeRef{0, 0, 1, 0, 3}));
+}
+
+// A waiter watching from the calling thread sees each bulk call count its cells up to
+// the whole block, never past it, and nothing once the call is back.
+TEST_F(OfficeTest, BulkCallsReportTheirProgress) {
+  const std::int32_t rows = 300000;  // three chunks of rows
+  CellBlock block;
+  block.resize(rows, 1);
+  for (std::int64_t k = 0; k < rows; ++k) block.setNumber(k, double(k % 1000));
+  struct Seen {
+    OfficeProgress::Work work = OfficeProgress::Work::None;
+    std::int64_t total = 0, last = 0, steps = 0;
+    bool backwards = false, beyond = false;
+  };
+  Seen seen;
+  SetOfficeCallWaiter([&](const std::function<void()>& call) {
+    std::atomic<bool> done{false};
+    std::thread t([&] {
+      call();
+      done = true;
+    });
+    while (!done) {
+      OfficeProgress p = CurrentOfficeProgress();
+      if (p.total == 0) continue;
+      seen.work = p.work;
+      seen.total = p.total;
+      seen.backwards = seen.backwards || p.done < seen.last;
+      seen.beyond = seen.beyond || p.done > p.total;
+      if (p.done != seen.last) ++seen.steps;
+      seen.last = p.done;
+    }
+    t.join();
+  });
+  struct Case {
+    OfficeProgress::Work work;
+    std::function<void()> run;
+  };
+  const Case cases[] = {
+      {OfficeProgress::Work::Writing, [&] { book->write({0, 0, 0, 0, rows - 1}, block); }},
+      {OfficeProgress::Work::Reading, [&] { EXPECT_EQ(book->read({0, 0, 0, 0, rows - 1}).numbers, block.numbers); }},
+  };
+  for (const Case& c : cases) {
+    seen = Seen{};
+    c.run();
+    EXPECT_EQ(seen.work, c.work);
+    EXPECT_EQ(seen.total, rows);
+    EXPECT_GE(seen.steps, 1);
+    EXPECT_FALSE(seen.backwards);
+    EXPECT_FALSE(seen.beyond);
+    EXPECT_EQ(CurrentOfficeProgress().total, 0);
+  }
+  SetOfficeCallWaiter(nullptr);
 }
 
 // The office dies while its range picker is up: the pick ends with an error instead of
