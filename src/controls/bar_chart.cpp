@@ -1,5 +1,7 @@
 #include "bar_chart.h"
 
+#include "chart_file.h"
+
 #include <QHash>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -178,9 +180,12 @@ BarChart::BarChart(QWidget* parent)
   rebuildPlottables();
   applyDirection();
   applyRanges();
+  AddChartFileMenu(this, m_plot);
 }
 
 BarChart::~BarChart() = default;
+
+void BarChart::setFileBaseName(const QString& name) { SetChartFileBaseName(this, name); }
 
 QString BarChart::barKey(int i) const { return i >= 0 && i < barCount() ? m_keys[i] : QString(); }
 

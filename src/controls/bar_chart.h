@@ -95,6 +95,8 @@ class BarChart : public QWidget {
 
   // The plot inside, for tests and for the look of a window.
   QCustomPlot* plot() const { return m_plot; }
+  // The file name the chart's Save menu offers first, without extension ("Chart").
+  void setFileBaseName(const QString& name);
 
   // Draws now instead of at the next pass of the event loop.
   void redraw();

@@ -2,6 +2,8 @@
 // curve live on a buffered layer of their own, redrawn alone while the line moves.
 #include "plotter.h"
 
+#include "chart_file.h"
+
 #include <QMetaObject>
 #include <QVBoxLayout>
 #include <qcustomplot.h>
@@ -71,9 +73,13 @@ Plotter::Plotter(QWidget* parent) : QWidget(parent), m_plot(new QCustomPlot(this
   connect(m_plot, &QCustomPlot::mousePress, this, &Plotter::press);
   connect(m_plot, &QCustomPlot::mouseMove, this, &Plotter::drag);
   connect(m_plot, &QCustomPlot::mouseRelease, this, &Plotter::release);
+  // The line follows the left button only; the right one opens the Save menu.
+  AddChartFileMenu(this, m_plot);
 }
 
 Plotter::~Plotter() = default;
+
+void Plotter::setFileBaseName(const QString& name) { SetChartFileBaseName(this, name); }
 
 QCPGraph* Plotter::graph(const QString& key) const {
   for (int i = 0; i < m_plot->graphCount(); ++i)

@@ -88,6 +88,8 @@ class Plotter : public QWidget {
 
   void redraw();
   QCustomPlot* plot() const { return m_plot; }
+  // The file name the chart's Save menu offers first, without extension ("Chart").
+  void setFileBaseName(const QString& name);
 
  signals:
   // The line moved: key of its curve, its x, the curve's height at x.

@@ -1,6 +1,8 @@
 // XYChart: curves as QCustomPlot graphs, found by key in the graph's name.
 #include "xy_chart.h"
 
+#include "chart_file.h"
+
 #include <QMetaObject>
 #include <QVBoxLayout>
 #include <qcustomplot.h>
@@ -51,9 +53,12 @@ XYChart::XYChart(QWidget* parent) : QWidget(parent), m_plot(new QCustomPlot(this
   QPen grid(QColor(210, 210, 210), 0, Qt::DotLine);
   m_plot->xAxis->grid()->setPen(grid);
   m_plot->yAxis->grid()->setPen(grid);
+  AddChartFileMenu(this, m_plot);
 }
 
 XYChart::~XYChart() = default;
+
+void XYChart::setFileBaseName(const QString& name) { SetChartFileBaseName(this, name); }
 
 QCPGraph* XYChart::graph(const QString& key) const {
   for (int i = 0; i < m_plot->graphCount(); ++i)

@@ -68,6 +68,8 @@ class XYChart : public QWidget {
   // Draws now rather than at the next pass of the event loop.
   void redraw();
   QCustomPlot* plot() const { return m_plot; }
+  // The file name the chart's Save menu offers first, without extension ("Chart").
+  void setFileBaseName(const QString& name);
 
  private:
   QCPGraph* graph(const QString& key) const;

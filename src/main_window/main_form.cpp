@@ -251,6 +251,7 @@ void MainForm::buildLower() {
   Text2->hide();
 
   DAS_BarChart1 = new BarChart(this);
+  DAS_BarChart1->setFileBaseName(QStringLiteral("Histogram"));
   DAS_BarChart1->setGeometry(Twips(4800, 5640, 7692, 3972));
   DAS_BarChart1->hide();
   SlideGap = new DoubleSlider(this);

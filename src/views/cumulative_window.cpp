@@ -81,6 +81,7 @@ void Cumulat::buildControls() {
   Transform->setStyleSheet(QStringLiteral("color: rgb(128, 0, 0);"));
 
   PlotterView = new Plotter(this);
+  PlotterView->setFileBaseName(QStringLiteral("Cumulative"));
   PlotterView->setObjectName(QStringLiteral("Plotter"));
   PlotterView->setGeometry(Twips(1800, 1800, 7572, 3732));
   ValueY = Box(this, "ValueY", Twips(120, 3000, 1572, 408));

@@ -171,6 +171,7 @@ void Visualize::buildControls() {
   Transform->setStyleSheet(QStringLiteral("color: rgb(128, 0, 0);"));
 
   NormalDist = Named(new XYChart(this), "NormalDist");
+  NormalDist->setFileBaseName(QStringLiteral("Distribution"));
   NormalDist->setGeometry(Twips(2160, 2160, 7092, 3612));
   Text1 = Box(this, "Text1", Twips(3480, 2400, 2892, 252).adjusted(0, 0, 0, 4));
   Text1->setText(QStringLiteral("Text1"));
@@ -211,8 +212,10 @@ void Visualize::buildControls() {
   Text2->setFont(panel);
   Text2->setStyleSheet(QStringLiteral("background: transparent; color: rgb(0, 0, 128);"));
   Detrended = Named(new XYChart(this), "Detrended");
+  Detrended->setFileBaseName(QStringLiteral("Distribution detail"));
   Detrended->setGeometry(Twips(2040, 6840, 7092, 3252));
   PlotterView = Named(new Plotter(this), "Plotter");
+  PlotterView->setFileBaseName(QStringLiteral("Distribution detail"));
   PlotterView->setGeometry(Twips(2040, 6840, 7092, 3372));
   Label7 = Caption(this, "Label7", QStringLiteral("(Observed -Expected) percentiles (%)"), Twips(120, 8040, 1812, 612));
   Label7->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

@@ -2,13 +2,20 @@
 // controls, the truncation sliders, and the refusals.
 #include <gtest/gtest.h>
 
+#include <functional>
+
+#include <QPushButton>
 #include <QSlider>
 #include <QTest>
 #include <QTimer>
 
+#include "cumulative_window.h"
 #include "normality_window.h"
+#include "plotter.h"
 #include "rounded_text.h"
+#include "visualize_window.h"
 #include "worksheet_functions.h"
+#include "xy_chart.h"
 
 #include "main_window_fixture.h"
 
@@ -183,6 +190,45 @@ TEST_F(MainWindowTest, NormalityWindowOpensOnTheTruncatedSample) {
   EXPECT_EQ(used, "Anderson Darling test");
   EXPECT_FALSE(stat.isEmpty());
   EXPECT_TRUE(truncatedShown);
+}
+
+// The two buttons under the statistics open their windows on the sample of the moment.
+TEST_F(MainWindowTest, PlotButtonsOpenTheirWindowsOnTheTruncatedSample) {
+  form->Form_Load();
+  Take(HeaderTwentyThreeBlanks());
+  form->SSlider22->setPosition(15);
+  form->SSlider22_MouseUp();
+  const std::vector<double> sample = State().SampleValues;
+  ASSERT_FALSE(sample.empty());
+  struct Case {
+    QPushButton* button;
+    std::function<std::pair<std::size_t, bool>(QWidget*)> seen;  // points drawn, "truncated" shown
+  } cases[] = {
+      {form->QQplot,
+       [](QWidget* w) -> std::pair<std::size_t, bool> {
+         auto* v = qobject_cast<Visualize*>(w);
+         if (!v) return {0, false};
+         return {v->NormalDist->pointCount(QStringLiteral("Main")), v->Transform->isVisibleTo(v)};
+       }},
+      {form->SonicClick16,
+       [](QWidget* w) -> std::pair<std::size_t, bool> {
+         auto* c = qobject_cast<Cumulat*>(w);
+         if (!c) return {0, false};
+         return {c->PlotterView->pointCount(QStringLiteral("Lie")), c->Transform->isVisibleTo(c)};
+       }},
+  };
+  for (const Case& c : cases) {
+    std::pair<std::size_t, bool> seen{0, false};
+    QTimer::singleShot(0, [&] {
+      QWidget* w = QApplication::activeModalWidget();
+      ASSERT_NE(w, nullptr);
+      seen = c.seen(w);
+      w->close();
+    });
+    c.button->click();
+    EXPECT_EQ(seen.first, sample.size()) << c.button->objectName().toStdString();
+    EXPECT_TRUE(seen.second) << c.button->objectName().toStdString();
+  }
 }
 
 bool Readable(const QString& text) {
