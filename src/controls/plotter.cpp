@@ -2,10 +2,6 @@
 // curve live on a buffered layer of their own, redrawn alone while the line moves.
 #include "plotter.h"
 
-#include "chart_file.h"
-
-#include <QMetaObject>
-#include <QVBoxLayout>
 #include <qcustomplot.h>
 
 #include <algorithm>
@@ -42,12 +38,7 @@ void StyleAxis(QCPAxis* axis) {
 
 }  // namespace
 
-Plotter::Plotter(QWidget* parent) : QWidget(parent), m_plot(new QCustomPlot(this)) {
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(m_plot);
-  m_plot->setNotAntialiasedElements(QCP::aeAll);
-  m_plot->setPlottingHint(QCP::phFastPolylines, true);
+Plotter::Plotter(QWidget* parent) : CurveChart(parent) {
   m_plot->setBackground(kBackground);
   StyleAxis(m_plot->xAxis);
   StyleAxis(m_plot->yAxis);
@@ -74,18 +65,9 @@ Plotter::Plotter(QWidget* parent) : QWidget(parent), m_plot(new QCustomPlot(this
   connect(m_plot, &QCustomPlot::mouseMove, this, &Plotter::drag);
   connect(m_plot, &QCustomPlot::mouseRelease, this, &Plotter::release);
   // The line follows the left button only; the right one opens the Save menu.
-  AddChartFileMenu(this, m_plot);
 }
 
 Plotter::~Plotter() = default;
-
-void Plotter::setFileBaseName(const QString& name) { SetChartFileBaseName(this, name); }
-
-QCPGraph* Plotter::graph(const QString& key) const {
-  for (int i = 0; i < m_plot->graphCount(); ++i)
-    if (m_plot->graph(i)->name() == key) return m_plot->graph(i);
-  return nullptr;
-}
 
 // The line reads the first curve.
 QCPGraph* Plotter::cursorGraph() const { return m_plot->graphCount() > 0 ? m_plot->graph(0) : nullptr; }
@@ -127,21 +109,16 @@ bool Plotter::setCurveData(const QString& key, std::size_t n, std::span<const do
                            std::span<const double> y) {
   QCPGraph* g = graph(key);
   if (!g) return false;
-  n = std::min({n, x.size(), y.size()});
-  QVector<QCPGraphData> points;
-  points.reserve(static_cast<qsizetype>(n));
   bool sorted = true;
-  double top = -INFINITY, bottom = INFINITY;
-  for (std::size_t i = 0; i < n; ++i) {
-    if (!std::isfinite(x[i]) || !std::isfinite(y[i])) continue;
-    if (!points.isEmpty() && x[i] < points.back().key) sorted = false;
-    points.append(QCPGraphData(x[i], y[i]));
-    top = std::max(top, y[i]);
-    bottom = std::min(bottom, y[i]);
-  }
+  QVector<QCPGraphData> points = FinitePoints(n, x, y, sorted);
   g->data()->set(points, sorted);
   const PlotterCurve look = m_looks.value(key);
   if (look.bAutoScale && !points.isEmpty()) {
+    double top = -INFINITY, bottom = INFINITY;
+    for (const QCPGraphData& point : points) {
+      top = std::max(top, point.value);
+      bottom = std::min(bottom, point.value);
+    }
     double low = std::min(look.Min, bottom);
     double high = std::max(look.Max, top);
     if (!(high > low)) high = low + 1;
@@ -224,42 +201,6 @@ void Plotter::release(QMouseEvent* event) {
   if (m_dragging && event->button() == Qt::LeftButton) m_dragging = false;
 }
 
-int Plotter::curveCount() const { return m_plot->graphCount(); }
-bool Plotter::hasCurve(const QString& key) const { return graph(key) != nullptr; }
-
-std::size_t Plotter::pointCount(const QString& key) const {
-  QCPGraph* g = graph(key);
-  return g ? static_cast<std::size_t>(g->data()->size()) : 0;
-}
-
-double Plotter::pointX(const QString& key, std::size_t i) const {
-  QCPGraph* g = graph(key);
-  return g ? g->data()->at(static_cast<int>(i))->key : 0.0;
-}
-
-double Plotter::pointY(const QString& key, std::size_t i) const {
-  QCPGraph* g = graph(key);
-  return g ? g->data()->at(static_cast<int>(i))->value : 0.0;
-}
-
-double Plotter::xLow() const { return m_plot->xAxis->range().lower; }
-double Plotter::xHigh() const { return m_plot->xAxis->range().upper; }
-double Plotter::yLow() const { return m_plot->yAxis->range().lower; }
-double Plotter::yHigh() const { return m_plot->yAxis->range().upper; }
-
 int Plotter::pixelOf(double x) const { return static_cast<int>(std::lround(m_plot->xAxis->coordToPixel(x))); }
-
-void Plotter::redraw() {
-  m_redrawPending = false;
-  m_plot->replot(QCustomPlot::rpImmediateRefresh);
-}
-
-void Plotter::scheduleRedraw() {
-  if (m_redrawPending) return;
-  m_redrawPending = true;
-  QMetaObject::invokeMethod(this, [this] {
-    if (m_redrawPending) redraw();
-  }, Qt::QueuedConnection);
-}
 
 }  // namespace qv

@@ -6,13 +6,13 @@
 
 #include <QHash>
 #include <QString>
-#include <QWidget>
 
 #include <cstdint>
 #include <optional>
 #include <span>
 
-class QCustomPlot;
+#include "curve_chart.h"
+
 class QCPGraph;
 class QCPItemStraightLine;
 class QCPItemTracer;
@@ -36,7 +36,7 @@ struct PlotterCurve {
   bool bAutoScale = false;               // the vertical scale reaches the curve's extremes
 };
 
-class Plotter : public QWidget {
+class Plotter : public CurveChart {
   Q_OBJECT
 
  public:
@@ -73,38 +73,21 @@ class Plotter : public QWidget {
   // points'. Found by binary search. Nothing without a curve.
   std::optional<double> valueAt(double x) const;
 
-  int curveCount() const;
-  bool hasCurve(const QString& key) const;
-  std::size_t pointCount(const QString& key) const;
-  double pointX(const QString& key, std::size_t i) const;
-  double pointY(const QString& key, std::size_t i) const;
   PlotterCurve curve(const QString& key) const { return m_looks.value(key); }
-  double xLow() const;
-  double xHigh() const;
-  double yLow() const;
-  double yHigh() const;
   // The pixel column of a horizontal position, for driving the line with the mouse.
   int pixelOf(double x) const;
-
-  void redraw();
-  QCustomPlot* plot() const { return m_plot; }
-  // The file name the chart's Save menu offers first, without extension ("Chart").
-  void setFileBaseName(const QString& name);
 
  signals:
   // The line moved: key of its curve, its x, the curve's height at x.
   void cursorMoved(const QString& key, float x, float y);
 
  private:
-  QCPGraph* graph(const QString& key) const;
   QCPGraph* cursorGraph() const;
   void placeCursor();
-  void scheduleRedraw();
   void press(QMouseEvent* event);
   void drag(QMouseEvent* event);
   void release(QMouseEvent* event);
 
-  QCustomPlot* m_plot;
   QCPItemStraightLine* m_line;
   QCPItemTracer* m_marker;
   QHash<QString, PlotterCurve> m_looks;
@@ -112,7 +95,6 @@ class Plotter : public QWidget {
   bool m_cursorOn = false;
   bool m_dragging = false;
   double m_cursorX = 0;
-  bool m_redrawPending = false;
 };
 
 }  // namespace qv

@@ -1,10 +1,6 @@
 // XYChart: curves as QCustomPlot graphs, found by key in the graph's name.
 #include "xy_chart.h"
 
-#include "chart_file.h"
-
-#include <QMetaObject>
-#include <QVBoxLayout>
 #include <qcustomplot.h>
 
 #include <algorithm>
@@ -33,13 +29,7 @@ QColor ComColor(std::uint32_t bgr) {
                 static_cast<int>((bgr >> 16) & 0xFF));
 }
 
-XYChart::XYChart(QWidget* parent) : QWidget(parent), m_plot(new QCustomPlot(this)) {
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(m_plot);
-  // A million points stay quick only without antialiasing.
-  m_plot->setNotAntialiasedElements(QCP::aeAll);
-  m_plot->setPlottingHint(QCP::phFastPolylines, true);
+XYChart::XYChart(QWidget* parent) : CurveChart(parent) {
   m_plot->xAxis2->setVisible(true);
   m_plot->yAxis2->setVisible(true);
   m_plot->xAxis2->setTickLabels(false);
@@ -53,18 +43,9 @@ XYChart::XYChart(QWidget* parent) : QWidget(parent), m_plot(new QCustomPlot(this
   QPen grid(QColor(210, 210, 210), 0, Qt::DotLine);
   m_plot->xAxis->grid()->setPen(grid);
   m_plot->yAxis->grid()->setPen(grid);
-  AddChartFileMenu(this, m_plot);
 }
 
 XYChart::~XYChart() = default;
-
-void XYChart::setFileBaseName(const QString& name) { SetChartFileBaseName(this, name); }
-
-QCPGraph* XYChart::graph(const QString& key) const {
-  for (int i = 0; i < m_plot->graphCount(); ++i)
-    if (m_plot->graph(i)->name() == key) return m_plot->graph(i);
-  return nullptr;
-}
 
 void XYChart::removeAllCurves() {
   m_plot->clearGraphs();
@@ -116,59 +97,16 @@ bool XYChart::setCurveData(const QString& key, std::size_t n, std::span<const do
                            std::span<const double> y) {
   QCPGraph* g = graph(key);
   if (!g) return false;
-  n = std::min({n, x.size(), y.size()});
-  QVector<QCPGraphData> points;
-  points.reserve(static_cast<qsizetype>(n));
   bool sorted = true;
-  for (std::size_t i = 0; i < n; ++i) {
-    if (!std::isfinite(x[i]) || !std::isfinite(y[i])) continue;
-    if (!points.isEmpty() && x[i] < points.back().key) sorted = false;
-    points.append(QCPGraphData(x[i], y[i]));
-  }
+  QVector<QCPGraphData> points = FinitePoints(n, x, y, sorted);
   // The plots hand their points in ascending order: then no sort is needed.
   g->data()->set(points, sorted);
   scheduleRedraw();
   return true;
 }
 
-int XYChart::curveCount() const { return m_plot->graphCount(); }
-bool XYChart::hasCurve(const QString& key) const { return graph(key) != nullptr; }
-
-std::size_t XYChart::pointCount(const QString& key) const {
-  QCPGraph* g = graph(key);
-  return g ? static_cast<std::size_t>(g->data()->size()) : 0;
-}
-
-double XYChart::pointX(const QString& key, std::size_t i) const {
-  QCPGraph* g = graph(key);
-  return g ? g->data()->at(static_cast<int>(i))->key : 0.0;
-}
-
-double XYChart::pointY(const QString& key, std::size_t i) const {
-  QCPGraph* g = graph(key);
-  return g ? g->data()->at(static_cast<int>(i))->value : 0.0;
-}
-
 ChartCurve XYChart::curve(const QString& key) const {
   return m_looks.value(key);
-}
-
-double XYChart::xLow() const { return m_plot->xAxis->range().lower; }
-double XYChart::xHigh() const { return m_plot->xAxis->range().upper; }
-double XYChart::yLow() const { return m_plot->yAxis->range().lower; }
-double XYChart::yHigh() const { return m_plot->yAxis->range().upper; }
-
-void XYChart::redraw() {
-  m_redrawPending = false;
-  m_plot->replot(QCustomPlot::rpImmediateRefresh);
-}
-
-void XYChart::scheduleRedraw() {
-  if (m_redrawPending) return;
-  m_redrawPending = true;
-  QMetaObject::invokeMethod(this, [this] {
-    if (m_redrawPending) redraw();
-  }, Qt::QueuedConnection);
 }
 
 }  // namespace qv

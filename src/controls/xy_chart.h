@@ -5,13 +5,11 @@
 
 #include <QHash>
 #include <QString>
-#include <QWidget>
 
 #include <cstdint>
 #include <span>
 
-class QCustomPlot;
-class QCPGraph;
+#include "curve_chart.h"
 
 namespace qv {
 
@@ -35,7 +33,7 @@ struct ChartCurve {
 // 0x00BBGGRR to a colour.
 QColor ComColor(std::uint32_t bgr);
 
-class XYChart : public QWidget {
+class XYChart : public CurveChart {
   Q_OBJECT
 
  public:
@@ -53,31 +51,11 @@ class XYChart : public QWidget {
   bool setCurveData(const QString& key, std::size_t n, std::span<const double> x,
                     std::span<const double> y);
 
-  int curveCount() const;
-  bool hasCurve(const QString& key) const;
-  // A curve's points as drawn, and its look.
-  std::size_t pointCount(const QString& key) const;
-  double pointX(const QString& key, std::size_t i) const;
-  double pointY(const QString& key, std::size_t i) const;
+  // A curve's look.
   ChartCurve curve(const QString& key) const;
-  double xLow() const;
-  double xHigh() const;
-  double yLow() const;
-  double yHigh() const;
-
-  // Draws now rather than at the next pass of the event loop.
-  void redraw();
-  QCustomPlot* plot() const { return m_plot; }
-  // The file name the chart's Save menu offers first, without extension ("Chart").
-  void setFileBaseName(const QString& name);
 
  private:
-  QCPGraph* graph(const QString& key) const;
-  void scheduleRedraw();
-
-  QCustomPlot* m_plot;
   QHash<QString, ChartCurve> m_looks;
-  bool m_redrawPending = false;
 };
 
 }  // namespace qv
