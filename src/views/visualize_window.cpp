@@ -10,8 +10,11 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QRadioButton>
+#include <QTimer>
 
+#include <chrono>
 #include <exception>
+#include <future>
 
 #include "busy_indicator.h"
 #include "chrome_icons.h"
@@ -274,7 +277,7 @@ void Visualize::Option_Click(Distribution d) {
   // The exponential fit is a division: no mark for it.
   if (d != Distribution::Exponential) showBusy(true);
 
-  FitRun run = GenerateArrays(d, m_input.sample, m_input.shownMean, m_input.shownStdev, m_input.decimalMark);
+  FitRun run = fitWhilePainting(d);
   if (run.refused) {
     showBusy(false);
     ShowNotice(QString::fromStdString(run.notice));
@@ -457,10 +460,28 @@ void Visualize::ShowNotice(const QString& text) {
   if (stepAside) setWindowState(before);
 }
 
+FitRun Visualize::fitWhilePainting(Distribution d) {
+  auto fit = [this, d] {
+    return GenerateArrays(d, m_input.sample, m_input.shownMean, m_input.shownStdev, m_input.decimalMark);
+  };
+  if (!isVisible()) return fit();
+  // The fit runs beside the event loop so that the mark turns; the controls are
+  // disabled and input waits, so nothing the fit reads can change meanwhile.
+  std::future<FitRun> running = std::async(std::launch::async, [&fit] {
+    FitRun run = fit();
+    QMetaObject::invokeMethod(qApp, [] {}, Qt::QueuedConnection);  // wakes the loop below
+    return run;
+  });
+  QTimer tick;  // wakes the loop now and then, whatever else is quiet
+  tick.start(30);
+  while (running.wait_for(std::chrono::milliseconds(0)) != std::future_status::ready)
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::ExcludeUserInputEvents);
+  return running.get();
+}
+
 void Visualize::showBusy(bool on) {
   Gif89a1->setVisible(on);
-  // A fit runs to its end inside the event: draw the mark before the work starts, and
-  // take no input meanwhile.
+  // No input while a fit runs; the mark is drawn before the work starts.
   Frame1->setEnabled(!on);
   Frame6->setEnabled(!on);
   if (on && isVisible()) Gif89a1->repaint();

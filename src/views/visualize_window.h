@@ -109,6 +109,8 @@ class Visualize : public QDialog {
   void buildControls();
   void ShowNotice(const QString& text);
   void showBusy(bool on);
+  // The fit of d; while the window is shown it runs beside the event loop so the busy mark turns.
+  FitRun fitWhilePainting(Distribution d);
   void closePanel();
   void beginPlot();
   void boldOption(Distribution chosen);

@@ -2,10 +2,12 @@
 // kinds, the lower panel, refusals and the plot-data export into a workbook stand-in.
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
@@ -79,41 +81,51 @@ TEST(Visualize, OpensOnNormalAndPP) {
   }
 }
 
+// Hidden, the fit runs inline; shown, it runs beside the event loop (the busy mark turns
+// while events go on): the window ends the same either way.
 TEST(Visualize, OptionsShowTheirFit) {
-  Notices notices;
-  VisualizeInput in = Input(UnitSample());
-  Visualize w(in);
-  for (int k = kDistributionCount - 1; k >= 0; --k) {
-    const auto d = static_cast<Distribution>(k);
-    w.option(d)->click();
-    const FitRun expected = GenerateArrays(d, in.sample, in.shownMean, in.shownStdev);
-    const char* name = DistributionCaption(d);
-    ASSERT_FALSE(expected.refused) << name;
-    EXPECT_TRUE(notices.shown.empty()) << name;
-    EXPECT_EQ(w.Correl->text().toStdString(), expected.correl) << name;
-    EXPECT_EQ(w.Text1->isHidden(), !expected.caption.has_value()) << name;
-    if (expected.caption) EXPECT_EQ(w.Text1->text().toStdString(), *expected.caption) << name;
-    EXPECT_EQ(w.Frame6->isHidden(), d != Distribution::Normal) << name;
-    for (int j = 0; j < kDistributionCount; ++j)
-      EXPECT_EQ(Bold(w.option(static_cast<Distribution>(j))), j == k) << name << " " << j;
-    // The P-P plot: the fit's percentiles, the diagonal at i * 100 / N.
-    const std::size_t n = in.sample.size();
-    const PlotArrays& a = expected.arrays;
-    ASSERT_EQ(w.NormalDist->pointCount("Main"), n) << name;
-    ASSERT_EQ(w.NormalDist->pointCount("Line"), n) << name;
-    ASSERT_EQ(w.Detrended->pointCount("Detrend"), n) << name;
-    for (std::size_t i : {std::size_t{0}, n / 2, n - 1}) {
-      EXPECT_EQ(w.NormalDist->pointX("Main", i), a.ExpectedPercentiles[i]) << name << i;
-      EXPECT_EQ(w.NormalDist->pointY("Main", i), a.ObservedPercentiles[i]) << name << i;
-      EXPECT_EQ(w.NormalDist->pointX("Line", i), i * 100.0 / n) << name << i;
-      EXPECT_EQ(w.Detrended->pointY("Detrend", i), a.DetrendedDifferences[i]) << name << i;
-      EXPECT_EQ(w.Detrended->pointY("Line", i), 0) << name << i;
-    }
-    EXPECT_EQ(w.NormalDist->xHigh(), 100);
-    EXPECT_EQ(w.Detrended->yLow(), -20);
-    EXPECT_EQ(w.Detrended->yHigh(), 20);
-    EXPECT_EQ(w.Label3->text(), "Observed percentiles (%)");
-    EXPECT_EQ(w.Label4->text(), "Expected  percentiles (%)");
+  for (bool shown : {false, true}) {
+    Notices notices;
+    VisualizeInput in = Input(UnitSample());
+    Visualize w(in);
+    if (shown) w.show();
+    for (int k = kDistributionCount - 1; k >= 0; --k) {
+      const auto d = static_cast<Distribution>(k);
+      bool busyWhileWaiting = false;
+      QTimer::singleShot(0, &w, [&] { busyWhileWaiting = w.Gif89a1->isVisible(); });
+      w.option(d)->click();
+      QCoreApplication::processEvents();
+      if (shown && d != Distribution::Exponential) EXPECT_TRUE(busyWhileWaiting) << DistributionCaption(d);
+      EXPECT_FALSE(w.Gif89a1->isVisible());
+      const FitRun expected = GenerateArrays(d, in.sample, in.shownMean, in.shownStdev);
+      const char* name = DistributionCaption(d);
+      ASSERT_FALSE(expected.refused) << name;
+      EXPECT_TRUE(notices.shown.empty()) << name;
+      EXPECT_EQ(w.Correl->text().toStdString(), expected.correl) << name;
+      EXPECT_EQ(w.Text1->isHidden(), !expected.caption.has_value()) << name;
+      if (expected.caption) EXPECT_EQ(w.Text1->text().toStdString(), *expected.caption) << name;
+      EXPECT_EQ(w.Frame6->isHidden(), d != Distribution::Normal) << name;
+      for (int j = 0; j < kDistributionCount; ++j)
+        EXPECT_EQ(Bold(w.option(static_cast<Distribution>(j))), j == k) << name << " " << j;
+      // The P-P plot: the fit's percentiles, the diagonal at i * 100 / N.
+      const std::size_t n = in.sample.size();
+      const PlotArrays& a = expected.arrays;
+      ASSERT_EQ(w.NormalDist->pointCount("Main"), n) << name;
+      ASSERT_EQ(w.NormalDist->pointCount("Line"), n) << name;
+      ASSERT_EQ(w.Detrended->pointCount("Detrend"), n) << name;
+      for (std::size_t i : {std::size_t{0}, n / 2, n - 1}) {
+        EXPECT_EQ(w.NormalDist->pointX("Main", i), a.ExpectedPercentiles[i]) << name << i;
+        EXPECT_EQ(w.NormalDist->pointY("Main", i), a.ObservedPercentiles[i]) << name << i;
+        EXPECT_EQ(w.NormalDist->pointX("Line", i), i * 100.0 / n) << name << i;
+        EXPECT_EQ(w.Detrended->pointY("Detrend", i), a.DetrendedDifferences[i]) << name << i;
+        EXPECT_EQ(w.Detrended->pointY("Line", i), 0) << name << i;
+      }
+      EXPECT_EQ(w.NormalDist->xHigh(), 100);
+      EXPECT_EQ(w.Detrended->yLow(), -20);
+      EXPECT_EQ(w.Detrended->yHigh(), 20);
+      EXPECT_EQ(w.Label3->text(), "Observed percentiles (%)");
+      EXPECT_EQ(w.Label4->text(), "Expected  percentiles (%)");
+  }
   }
 }
 
