@@ -1,15 +1,18 @@
 // Drawing a million points: an XY chart (the P-P plot's look) and the plotter with its
 // line, offscreen at the sizes the windows give them. The plotter's drag step redraws
-// the line's layer only.
+// the line's layer only. Saving such a chart as a file.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
+#include <QFileInfo>
+#include <QTemporaryDir>
 #include <qcustomplot.h>
 
 #include <cmath>
 #include <random>
 #include <vector>
 
+#include "chart_file.h"
 #include "plotter.h"
 #include "xy_chart.h"
 
@@ -29,12 +32,7 @@ void Points(std::vector<double>& x, std::vector<double>& y) {
   }
 }
 
-void BM_XYChartMillionPoints(benchmark::State& state) {
-  std::vector<double> x, y;
-  Points(x, y);
-  qv::XYChart chart;
-  chart.resize(473, 241);
-  chart.show();
+qv::ChartCurve PPLook() {
   qv::ChartCurve main;
   main.Key = "Main";
   main.Color = 0xFF0000;
@@ -42,33 +40,58 @@ void BM_XYChartMillionPoints(benchmark::State& state) {
   main.CurveStyle = 1;
   main.PointSize = 2;
   main.PointStyle = 2;
+  return main;
+}
+
+qv::PlotterCurve LieLook() {
+  qv::PlotterCurve lie;
+  lie.Key = "Lie";
+  lie.Width = 3;
+  return lie;
+}
+
+// Fills a chart of either kind with the million points and draws it.
+template <class Chart, class Look>
+void Fill(Chart& chart, const Look& look, const std::vector<double>& x, const std::vector<double>& y) {
+  chart.removeAllCurves();
+  chart.setXBounds(0, 100);
+  chart.addCurve(look);
+  chart.setCurveData(look.Key, kPoints, x, y);
+  chart.redraw();
+}
+
+template <class Chart, class Look>
+void MillionPoints(benchmark::State& state, QSize size, const Look& look) {
+  std::vector<double> x, y;
+  Points(x, y);
+  Chart chart;
+  chart.resize(size);
+  chart.show();
   for (auto _ : state) {
-    chart.removeAllCurves();
-    chart.setXBounds(0, 100);
-    chart.addCurve(main);
-    chart.setCurveData("Main", kPoints, x, y);
-    chart.redraw();
+    Fill(chart, look, x, y);
     benchmark::DoNotOptimize(chart.grab());
   }
 }
 
-void BM_PlotterMillionPoints(benchmark::State& state) {
+void BM_XYChartMillionPoints(benchmark::State& state) { MillionPoints<qv::XYChart>(state, {473, 241}, PPLook()); }
+void BM_PlotterMillionPoints(benchmark::State& state) { MillionPoints<qv::Plotter>(state, {505, 249}, LieLook()); }
+
+// Saving the P-P plot of a million points as a file at the size on screen: PNG, SVG, PDF.
+void BM_SaveChartMillionPoints(benchmark::State& state) {
+  static const char* kSuffix[] = {"png", "svg", "pdf"};
   std::vector<double> x, y;
   Points(x, y);
-  qv::Plotter plotter;
-  plotter.resize(505, 249);
-  plotter.show();
-  qv::PlotterCurve lie;
-  lie.Key = "Lie";
-  lie.Width = 3;
+  qv::XYChart chart;
+  chart.resize(473, 241);
+  chart.show();
+  Fill(chart, PPLook(), x, y);
+  QTemporaryDir dir;
+  const QString path = dir.filePath(QStringLiteral("chart.") + kSuffix[state.range(0)]);
   for (auto _ : state) {
-    plotter.removeAllCurves();
-    plotter.setXBounds(0, 100);
-    plotter.addCurve(lie);
-    plotter.setCurveData("Lie", kPoints, x, y);
-    plotter.redraw();
-    benchmark::DoNotOptimize(plotter.grab());
+    QString problem = qv::SaveChart(chart.plot(), path, chart.plot()->size());
+    if (!problem.isEmpty()) state.SkipWithError(problem.toStdString().c_str());
   }
+  state.SetLabel(std::string(kSuffix[state.range(0)]) + ", " + std::to_string(QFileInfo(path).size() / 1024) + " KiB");
 }
 
 // One step of a drag over a million-point curve: move the line, draw the line's layer,
@@ -79,14 +102,8 @@ void BM_PlotterDragStep(benchmark::State& state) {
   qv::Plotter plotter;
   plotter.resize(505, 249);
   plotter.show();
-  qv::PlotterCurve lie;
-  lie.Key = "Lie";
-  lie.Width = 3;
-  plotter.setXBounds(0, 100);
-  plotter.addCurve(lie);
-  plotter.setCurveData("Lie", kPoints, x, y);
+  Fill(plotter, LieLook(), x, y);
   plotter.enableCursor(true);
-  plotter.redraw();
   double at = 0;
   for (auto _ : state) {
     at = at >= 99 ? 1 : at + 0.37;
@@ -98,5 +115,6 @@ void BM_PlotterDragStep(benchmark::State& state) {
 BENCHMARK(BM_XYChartMillionPoints)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PlotterMillionPoints)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PlotterDragStep)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_SaveChartMillionPoints)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
 
 }  // namespace
