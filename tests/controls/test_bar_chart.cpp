@@ -61,7 +61,7 @@ TEST(BarChart, DirectionSwapsKeyAndValueAxesAndKeepsTheBarsInOrder) {
   for (int i = 0; i < 12; ++i) EXPECT_TRUE(data->at(i)->key == i + 1.0 && data->at(i)->value == (i + 1) % 7) << i;
 }
 
-TEST(BarChart, ScaleTopSetsTheValueAxis) {
+TEST(BarChart, ScaleTopSetsTheValueAxisAndMarginsAreNeverNegative) {
   struct Case { double top; bool capAtHundred; double expectedUpper; } cases[] = {
       {50.0, false, 52.5}, {100.0, true, 100.0}, {98.0, true, 100.0}, {50.0, true, 52.5}, {200.0, true, 210.0},
       {0.0, false, 6.3}, {-3.0, false, 6.3}};  // no top: the tallest bar, 6
@@ -73,7 +73,12 @@ TEST(BarChart, ScaleTopSetsTheValueAxis) {
     EXPECT_DOUBLE_EQ(chart.plot()->yAxis->range().upper, c.expectedUpper) << c.top << " " << c.capAtHundred;
     EXPECT_EQ(chart.plot()->yAxis->range().lower, 0.0);
   }
-  EXPECT_EQ(BarChart().plot()->yAxis->range().upper, 1.0) << "an empty chart";
+  BarChart empty;
+  EXPECT_EQ(empty.plot()->yAxis->range().upper, 1.0) << "an empty chart";
+  empty.setMargin(25);
+  EXPECT_EQ(empty.plot()->plotLayout()->margins(), QMargins(25, 25, 25, 25));
+  empty.setMargin(-3);
+  EXPECT_EQ(empty.plot()->plotLayout()->margins(), QMargins());
 }
 
 TEST(BarChart, OnePlottablePerColour) {
@@ -128,15 +133,6 @@ TEST(BarChart, CrowdedLabelsTurnOrThinOutAndTheGapSetsTheBarWidth) {
     for (int i = 0; i < ticks.size(); ++i) EXPECT_EQ(labels[i], rangeLabel(static_cast<int>(ticks[i])));
     EXPECT_FALSE(chart.grab().isNull());
   }
-}
-
-TEST(BarChart, FixedTextsAndMargin) {
-  BarChart chart;
-  EXPECT_EQ(chart.title() + "|" + chart.note(), "Chart Title|Notes:....");
-  chart.setMargin(25);
-  EXPECT_EQ(chart.plot()->plotLayout()->margins(), QMargins(25, 25, 25, 25));
-  chart.setMargin(-3);
-  EXPECT_EQ(chart.plot()->plotLayout()->margins(), QMargins());
 }
 
 }  // namespace

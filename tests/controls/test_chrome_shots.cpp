@@ -4,7 +4,6 @@
 
 #include <QDir>
 #include <QPainter>
-#include <QStyle>
 #include <QTest>
 
 #include "about_window.h"
@@ -18,11 +17,16 @@
 namespace qv {
 namespace {
 
-ThemedButton* Flat(QWidget* parent, const QString& caption, QColor back, QRect where) {
+// A flat button; a picture when given, at `size` and `align` (-1: as it comes).
+ThemedButton* Flat(QWidget* parent, const QString& caption, QColor back, QRect where,
+                   const QIcon& picture = {}, int size = -1, int align = -1) {
   auto* b = new ThemedButton(caption, parent);
   b->setButtonThemeType(1);
   b->setBackColor(back);
   b->setGeometry(where);
+  if (!picture.isNull()) b->setPicture(picture);
+  if (size >= 0) b->setPictureSize(size);
+  if (align >= 0) b->setPictureAlign(align);
   return b;
 }
 
@@ -31,51 +35,38 @@ TEST(ChromeShots, Save) {
   if (dir.isEmpty()) GTEST_SKIP() << "set QUANTAVUE_SHOTS to a folder to take the pictures";
   QDir().mkpath(dir);
   HelpMsg::setHelpFolder(QStringLiteral(QV_HELP_DIR));
-  const QString suffix = QStringLiteral("@%1x.png");
   auto save = [&](QWidget* w, const char* name) {
     QTest::qWait(20);
     const QPixmap shot = w->grab();
-    ASSERT_TRUE(shot.save(dir + "/" + name + suffix.arg(shot.devicePixelRatio())));
+    ASSERT_TRUE(shot.save(dir + "/" + name + QStringLiteral("@%1x.png").arg(shot.devicePixelRatio())));
   };
 
   // The buttons of the windows, in their states: normal, under the mouse, held, disabled.
   QWidget panel;
   panel.setFixedSize(460, 200);
   const QIcon logo(QuantavueLogo(48, 2.0));
+  const QColor grey(0xC0, 0xC0, 0xC0);
   for (int i = 0; i < 4; ++i) {
     auto* help = Flat(&panel, QStringLiteral("?"), QColor(0x80, 0x80, 0x80), QRect(10 + i * 30, 10, 20, 19));
     help->setForeColor(Qt::white);
-    auto* test = Flat(&panel, QStringLiteral("Test &normality"), QColor(0xC0, 0xC0, 0xC0), QRect(140, 10 + i * 36, 140, 30));
-    auto* copy = Flat(&panel, QString(), Qt::white, QRect(300 + i * 38, 10, 32, 32));
-    copy->setPicture(CopyWindowIcon());
-    copy->setPictureSize(1);
-    auto* detrended = Flat(&panel, QStringLiteral("Detrended plot"), QColor(0xF0, 0xF0, 0xF0), QRect(300, 50 + i * 36, 150, 30));
-    detrended->setPicture(logo);
-    detrended->setPictureSize(1);
-    detrended->setPictureAlign(1);
-    if (i == 1) {
-      for (ThemedButton* b : {help, test, copy, detrended}) QTest::mouseMove(b, b->rect().center());
-    }
-    if (i == 2) {
-      for (ThemedButton* b : {help, test, copy, detrended}) b->setDown(true);
-    }
-    if (i == 3) {
-      for (ThemedButton* b : {help, test, copy, detrended}) b->setEnabled(false);
+    const std::initializer_list<ThemedButton*> row{
+        help, Flat(&panel, QStringLiteral("Test &normality"), grey, QRect(140, 10 + i * 36, 140, 30)),
+        Flat(&panel, QString(), Qt::white, QRect(300 + i * 38, 10, 32, 32), CopyWindowIcon(), 1),
+        Flat(&panel, QStringLiteral("Detrended plot"), QColor(0xF0, 0xF0, 0xF0),
+             QRect(300, 50 + i * 36, 150, 30), logo, 1, 1)};
+    for (ThemedButton* b : row) {
+      if (i == 1) QTest::mouseMove(b, b->rect().center());
+      if (i == 2) b->setDown(true);
+      if (i == 3) b->setEnabled(false);
     }
   }
   auto* system = new ThemedButton(QString(), &panel);  // InputButton1
   system->setPicture(RangePickIcon());
   system->setPictureAlign(2);
   system->setGeometry(10, 60, 48, 40);
-  auto* excel = Flat(&panel, QString(), Qt::white, QRect(64, 50, 60, 56));
-  excel->setPicture(SheetExportIcon());
-  excel->setPictureSize(3);
-  excel->setPictureAlign(2);
-  auto* reset = Flat(&panel, QString(), Qt::white, QRect(64, 110, 32, 32));
-  reset->setPicture(ResetIcon());
-  reset->setPictureSize(1);
-  reset->setPictureAlign(2);
-  auto* rounded = Flat(&panel, QStringLiteral("Clear highlight"), QColor(0xC0, 0xC0, 0xC0), QRect(10, 150, 120, 30));
+  Flat(&panel, QString(), Qt::white, QRect(64, 50, 60, 56), SheetExportIcon(), 3, 2);  // Excel
+  Flat(&panel, QString(), Qt::white, QRect(64, 110, 32, 32), ResetIcon(), 1, 2);       // Resetme
+  auto* rounded = Flat(&panel, QStringLiteral("Clear highlight"), grey, QRect(10, 150, 120, 30));
   rounded->setButtonRounding(10);
   rounded->setCaptionShadow(true);
   panel.show();
@@ -85,18 +76,16 @@ TEST(ChromeShots, Save) {
   QWidget framed;
   framed.setFixedSize(640, 120);
   TitelBar* bar = TitelBar::Install(&framed, false);
-  auto* bar2 = new TitelBar(&framed);
-  bar2->setGeometry(0, 44, 640, TitelBar::kHeight);
-  bar2->setCaption(QStringLiteral("Quantavue"));
-  bar2->setShowMaximized(true);
-  bar2->setShowMaximizedEnabled(true);
-  bar2->setIconStyle(1);
-  auto* bar3 = new TitelBar(&framed);
-  bar3->setGeometry(0, 84, 640, TitelBar::kHeight);
-  bar3->setCaption(QStringLiteral("Quantavue"));
-  bar3->setShowMaximized(true);
-  bar3->setIconStyle(2);
-  bar3->setBarStyle(10);
+  auto addBar = [&](int y, int iconStyle) {
+    auto* b = new TitelBar(&framed);
+    b->setGeometry(0, y, 640, TitelBar::kHeight);
+    b->setCaption(QStringLiteral("Quantavue"));
+    b->setShowMaximized(true);
+    b->setIconStyle(iconStyle);
+    return b;
+  };
+  addBar(44, 1)->setShowMaximizedEnabled(true);
+  addBar(84, 2)->setBarStyle(10);
   framed.show();
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&framed));
   QTest::mouseMove(bar->closeButton(), QPoint(5, 5));

@@ -59,13 +59,9 @@ TEST(HelpMsg, BadTopicFilesShowANoticeOrText) {
   huge += "<p>THE END</p></body></html>";
   QByteArray binary;
   for (int i = 0; i < 4000; ++i) binary += static_cast<char>((i * 37) % 256);
-  struct Case {
-    const char* what;
-    int topic;
-    const QByteArray* content;  // null: no file
-    const char* notice;         // part of the notice, "" for none
-    const char* shown;          // part of the pane's text
-  } cases[] = {
+  // content null: no file; notice: part of it, "" for none; shown: part of the pane's text.
+  struct Case { const char* what; int topic; const QByteArray* content; const char *notice, *shown; };
+  const Case cases[] = {
       {"missing", 1, nullptr, "could not be found", "NumberOfBins.html"},
       {"empty", 2, new QByteArray(), "is empty", "is empty"},
       {"blank", 3, new QByteArray(" \n\t\n"), "is empty", "is empty"},
@@ -78,17 +74,12 @@ TEST(HelpMsg, BadTopicFilesShowANoticeOrText) {
   for (const Case& c : cases) {
     if (c.content) Write(dir.filePath(HelpMsg::TopicFile(c.topic)), *c.content);
     help.LoadTopic(c.topic);
-    if (*c.notice) {
-      EXPECT_TRUE(help.notice().contains(QLatin1String(c.notice))) << c.what << ": " << help.notice().toStdString();
-    } else {
-      EXPECT_EQ(help.notice(), "") << c.what;
-    }
+    EXPECT_TRUE(*c.notice ? help.notice().contains(QLatin1String(c.notice)) : help.notice().isEmpty())
+        << c.what << ": " << help.notice().toStdString();
     const QString text = help.pane()->toPlainText();
     EXPECT_TRUE(text.contains(QLatin1String(c.shown))) << c.what;
     EXPECT_LT(text.size(), HelpMsg::kMaxTopicBytes + 1000) << c.what;
-    if (c.content == &huge) {
-      EXPECT_FALSE(text.contains("THE END"));
-    }
+    EXPECT_FALSE(text.contains("THE END")) << c.what;
   }
 }
 
@@ -103,10 +94,8 @@ TEST(HelpMsg, ShowsModalOnTopAndReloadsAtEveryShow) {
   owner.show();
   HelpMsg* help = HelpMsg::ShowTopic(1, &owner);
   ASSERT_TRUE(QTest::qWaitForWindowExposed(help));
-  EXPECT_TRUE(help->isVisible());
   EXPECT_EQ(help->windowModality(), Qt::ApplicationModal);
   EXPECT_TRUE(help->windowFlags() & Qt::WindowStaysOnTopHint);
-  EXPECT_TRUE(help->windowFlags() & Qt::FramelessWindowHint);
   EXPECT_TRUE(help->pane()->toPlainText().contains("first text"));
   EXPECT_EQ(HelpMsg::ShowTopic(8, &owner), help) << "made on first use only";
   EXPECT_TRUE(help->pane()->toPlainText().contains("highlight text"));
@@ -121,7 +110,7 @@ TEST(HelpMsg, ShowsModalOnTopAndReloadsAtEveryShow) {
   EXPECT_FALSE(help->isVisible());
 }
 
-TEST(About, ShowsTheProductAndItsButtonOpensThePage) {
+TEST(About, ItsButtonOpensThePageAndClosesTheWindow) {
   QUrl opened;
   About::openPage = [&](const QUrl& u) { opened = u; };
   const QUrl page(QStringLiteral("https://example.org/quantavue"));
@@ -130,10 +119,6 @@ TEST(About, ShowsTheProductAndItsButtonOpensThePage) {
   QPointer<About> alive(about);
   about->show();
   ASSERT_TRUE(QTest::qWaitForWindowExposed(about));
-  EXPECT_EQ(about->findChild<QLabel*>("Label1")->text(), "Quantavue ");
-  EXPECT_EQ(about->findChild<QLabel*>("Label5")->text(), "Interactive statistics");
-  EXPECT_FALSE(about->findChild<QLabel*>("Image1")->pixmap().isNull());
-  EXPECT_EQ(about->findChild<TitelBar*>("TitelBar1")->caption(), "Quantavue");
   EXPECT_FALSE(about->Shadow->Shadow(about)) << "the shadow is attached already";
   auto* button = about->findChild<ThemedButton*>("About");
   ASSERT_NE(button, nullptr);

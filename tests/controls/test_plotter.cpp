@@ -17,9 +17,7 @@ namespace {
 PlotterCurve Lie() {
   PlotterCurve c;
   c.Name = "Curve 1";
-  c.Key = "Lie";
-  c.Min = 0;
-  c.Max = 100;
+  c.Key = "Lie";  // scale 0 to 100
   return c;
 }
 
@@ -37,32 +35,16 @@ struct Fixture {
 TEST(Plotter, ReadOut) {
   // The cumulative curve of 1, 2, 2, 4.
   Fixture f({1, 2, 2, 4}, {12.5, 50, 50, 87.5}, 1, 4);
-  struct Case {
-    double x, y;
-  };
-  const Case cases[] = {
-      {1, 12.5},     // first point
-      {1.5, 31.25},  // halfway on the segment to (2, 50)
-      {2, 50},       // the first of the tied points
-      {3, 68.75},    // halfway from (2, 50) to (4, 87.5)
-      {4, 87.5},     // last point
-      {0, 12.5},     // before the first point: its value
-      {9, 87.5},     // after the last: its value
-  };
-  for (const Case& c : cases) EXPECT_DOUBLE_EQ(f.plotter.valueAt(c.x).value(), c.y) << c.x;
-  Plotter empty;
-  EXPECT_FALSE(empty.valueAt(1).has_value());
+  // The ends, halfway along two segments, the first of the tied points, and held before and after.
+  const std::pair<double, double> cases[] = {{1, 12.5}, {1.5, 31.25}, {2, 50}, {3, 68.75}, {4, 87.5},
+                                             {0, 12.5}, {9, 87.5}};
+  for (auto [x, y] : cases) EXPECT_DOUBLE_EQ(f.plotter.valueAt(x).value(), y) << x;
+  EXPECT_FALSE(Plotter().valueAt(1).has_value());
 }
 
 TEST(Plotter, LineStaysWithinTheCurveAndTheScale) {
-  struct Case {
-    const char* name;
-    float low, high;
-    double to;
-    float x, y;
-  };
   // Curve from 1 to 4 at heights 12.5 to 87.5.
-  const Case cases[] = {
+  struct Case { const char* name; float low, high; double to; float x, y; } cases[] = {
       {"inside", 0, 5, 3, 3, 68.75f},
       {"beyond the right end", 0, 5, 50, 4, 87.5f},
       {"beyond the left end", 0, 5, -50, 1, 12.5f},
@@ -102,13 +84,14 @@ TEST(Plotter, MouseDrag) {
   QSignalSpy moved(&f.plotter, &Plotter::cursorMoved);
   QWidget* surface = f.plotter.plot();
   const int y = f.plotter.plot()->axisRect()->center().y();
+  const auto moveTo = [&](double x, Qt::MouseButtons held) {
+    const QPointF global = surface->mapToGlobal(QPointF(0, 0));
+    QMouseEvent move(QEvent::MouseMove, QPointF(x, y), global, Qt::NoButton, held, Qt::NoModifier);
+    QApplication::sendEvent(surface, &move);
+  };
   QTest::mousePress(surface, Qt::LeftButton, {}, QPoint(f.plotter.pixelOf(2.5), y));
-  QMouseEvent move(QEvent::MouseMove, QPointF(f.plotter.pixelOf(7.5), y), surface->mapToGlobal(QPointF(0, 0)),
-                   Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(surface, &move);
-  QMouseEvent beyond(QEvent::MouseMove, QPointF(surface->width() + 300, y), surface->mapToGlobal(QPointF(0, 0)),
-                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(surface, &beyond);
+  moveTo(f.plotter.pixelOf(7.5), Qt::LeftButton);
+  moveTo(surface->width() + 300, Qt::LeftButton);
   QTest::mouseRelease(surface, Qt::LeftButton, {}, QPoint(surface->width() - 1, y));
   ASSERT_EQ(moved.count(), 3);
   // Pixels are whole: the line lands within a pixel's width of where the mouse was.
@@ -119,9 +102,7 @@ TEST(Plotter, MouseDrag) {
   EXPECT_FLOAT_EQ(moved[2][1].toFloat(), 10);  // dragged past the end: held at it
   EXPECT_FLOAT_EQ(moved[2][2].toFloat(), 100);
   // After the release the mouse moves the line no more.
-  QMouseEvent after(QEvent::MouseMove, QPointF(f.plotter.pixelOf(5), y), surface->mapToGlobal(QPointF(0, 0)),
-                    Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-  QApplication::sendEvent(surface, &after);
+  moveTo(f.plotter.pixelOf(5), Qt::NoButton);
   EXPECT_EQ(moved.count(), 3);
 }
 

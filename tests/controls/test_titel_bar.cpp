@@ -29,41 +29,26 @@ struct Framed {
   TitelBar* bar;
 };
 
-TEST(TitelBar, InstallMakesTheWindowBorderlessAndMakesRoom) {
-  Framed f;
-  EXPECT_TRUE(f.window.windowFlags() & Qt::FramelessWindowHint);
-  EXPECT_EQ(f.window.size(), QSize(400, 150 + TitelBar::kHeight));
-  EXPECT_EQ(f.content->pos(), QPoint(10, 10 + TitelBar::kHeight));
-  EXPECT_EQ(f.bar->geometry(), QRect(0, 0, 400, TitelBar::kHeight));
-  EXPECT_EQ(f.bar->objectName(), "TitelBar1");
-  EXPECT_EQ(f.bar->caption(), "Quantavue");
-}
-
-// From the right: close 6 pixels in, maximise (when shown) and minimise each 6 further.
-TEST(TitelBar, ButtonsStandAtTheRightSixApart) {
-  struct Case { bool showMax; } cases[] = {{false}, {true}};
-  for (const Case& c : cases) {
+// Install makes the window borderless and makes room above its content. From the right: close
+// 6 pixels in, maximise (when shown) and minimise each 6 further.
+TEST(TitelBar, InstallMakesRoomAndTheButtonsStandAtTheRightSixApart) {
+  for (bool showMax : {false, true}) {
     Framed f;
-    f.bar->setShowMaximized(c.showMax);
-    QWidget* close = f.bar->closeButton();
-    QWidget* max = f.bar->maximizeButton();
-    QWidget* min = f.bar->minimizeButton();
+    EXPECT_TRUE(f.window.windowFlags() & Qt::FramelessWindowHint);
+    EXPECT_EQ(f.window.size(), QSize(400, 150 + TitelBar::kHeight));
+    EXPECT_EQ(f.content->pos(), QPoint(10, 10 + TitelBar::kHeight));
+    EXPECT_EQ(f.bar->geometry(), QRect(0, 0, 400, TitelBar::kHeight));
+    f.bar->setShowMaximized(showMax);
+    QWidget *close = f.bar->closeButton(), *max = f.bar->maximizeButton(), *min = f.bar->minimizeButton();
     EXPECT_EQ(close->geometry().right() + 1, 400 - 6);
-    EXPECT_EQ(max->isVisible(), c.showMax);
-    QWidget* rightOfMin = c.showMax ? max : close;
-    if (c.showMax) {
-      EXPECT_EQ(max->geometry().right() + 1 + 6, close->x());
-    }
-    EXPECT_EQ(min->geometry().right() + 1 + 6, rightOfMin->x()) << c.showMax;
-    for (QWidget* b : {close, max, min}) {
-      if (b->isVisible()) {
-        EXPECT_EQ(b->y(), (TitelBar::kHeight - b->height()) / 2);
-      }
-    }
+    EXPECT_EQ(max->isVisible(), showMax);
+    if (showMax) { EXPECT_EQ(max->geometry().right() + 1 + 6, close->x()); }
+    EXPECT_EQ(min->geometry().right() + 1 + 6, (showMax ? max : close)->x()) << showMax;
+    for (QWidget* b : {close, max, min})
+      if (b->isVisible()) { EXPECT_EQ(b->y(), (TitelBar::kHeight - b->height()) / 2); }
     // The caption ends before the first button.
     EXPECT_LT(f.bar->captionRect().right() + f.bar->caption3DWidth() + 1, min->x());
-    EXPECT_GE(f.bar->captionRect().top(), 0);
-    EXPECT_LE(f.bar->captionRect().bottom(), TitelBar::kHeight - 1);
+    EXPECT_TRUE(QRect(0, 0, 400, TitelBar::kHeight).contains(f.bar->captionRect()));
   }
   TitelBar bar;
   bar.setIconStyle(5);
@@ -74,13 +59,9 @@ TEST(TitelBar, ButtonsStandAtTheRightSixApart) {
 TEST(TitelBar, ButtonsActOnTheWindowOnPress) {
   enum Button { Close, Max, Min };
   struct Case {
-    const char* what;
-    Button button;
-    int presses;
-    bool maxEnabled;
-    bool visible;
-    Qt::WindowStates state;
-  } cases[] = {
+    const char* what; Button button; int presses; bool maxEnabled, visible; Qt::WindowStates state;
+  };
+  const Case cases[] = {
       {"close", Close, 1, true, false, Qt::WindowNoState},
       {"minimise", Min, 1, true, true, Qt::WindowMinimized},
       {"maximise", Max, 1, true, true, Qt::WindowMaximized},
@@ -102,13 +83,7 @@ TEST(TitelBar, ButtonsActOnTheWindowOnPress) {
 // A press and a move on the bar ask the window system to move the window; where it
 // refuses, the bar moves the window by the mouse's way itself. A click alone moves nothing.
 TEST(TitelBar, DraggingTheBarMovesTheWindow) {
-  struct Case {
-    const char* what;
-    bool moved;
-    bool systemAgrees;
-    int calls;
-    QPoint shift;
-  } cases[] = {
+  struct Case { const char* what; bool moved, systemAgrees; int calls; QPoint shift; } cases[] = {
       {"click only", false, true, 0, {0, 0}},
       {"drag, system moves", true, true, 1, {0, 0}},
       {"drag, system refuses", true, false, 1, {30, 12}},
@@ -128,11 +103,8 @@ TEST(TitelBar, DraggingTheBarMovesTheWindow) {
     if (c.moved) QTest::mouseMove(f.bar, QPoint(90, 22));
     QTest::mouseRelease(f.bar, Qt::LeftButton, {}, c.moved ? QPoint(90, 22) : QPoint(60, 10));
     EXPECT_EQ(calls, c.calls) << c.what;
-    if (calls) {
-      EXPECT_EQ(asked, f.window.windowHandle()) << c.what;
-    }
+    if (calls) { EXPECT_EQ(asked, f.window.windowHandle()) << c.what; }
     EXPECT_EQ(f.window.pos() - start, c.shift) << c.what;
-    EXPECT_TRUE(f.window.isVisible());
     EXPECT_EQ(dbl.count(), 0);
   }
   Framed f;
@@ -151,7 +123,7 @@ TEST(TitelBar, GradientRowsAndBorder) {
   bar.setBackColorV1End(QColor(100, 0, 0));
   bar.setBackColorV2Begin(QColor(0, 0, 200));
   bar.setBackColorV2End(QColor(0, 0, 100));
-  auto render = [&](QSize size, int imageHeight) {
+  const auto render = [&](QSize size, int imageHeight) {
     QImage image(size.width(), imageHeight, QImage::Format_RGB32);
     image.fill(QColor(255, 0, 255));
     QPainter p(&image);
@@ -159,23 +131,18 @@ TEST(TitelBar, GradientRowsAndBorder) {
     return image;
   };
   // Row i of a gradient from b to e over 50 rows: b - i * (b - e) / 50.
-  auto first = [](int i) { return QColor(static_cast<int>(std::lround(200 - i * 2.0)), 0, 0); };
-  auto second = [](int i) { return QColor(0, 0, static_cast<int>(std::lround(200 - i * 2.0))); };
+  const auto first = [](int i) { return QColor(int(std::lround(200 - i * 2.0)), 0, 0); };
+  const auto second = [](int i) { return QColor(0, 0, int(std::lround(200 - i * 2.0))); };
   bar.setBarStyle(8);
   bar.setBorderNormal(2);
   const QImage styled = render({200, 50}, 50);
   // The edge of style 8 at row i is 200 * 0.3 + i.
   struct Pixel { int x, y; QColor colour; const char* what; } pixels[] = {
-      {100, 0, Qt::white, "top border"},
-      {0, 20, Qt::white, "left border"},
-      {100, 49, Qt::black, "bottom border"},
-      {199, 20, Qt::black, "right border"},
-      {69, 10, first(10), "left of the edge"},
-      {70, 10, second(10), "at the edge"},
-      {71, 10, first(10), "first stripe"},
-      {73, 10, second(10), "between stripes"},
-      {75, 10, first(10), "second stripe"},
-      {80, 10, first(10), "third stripe"},
+      {100, 0, Qt::white, "top border"},        {0, 20, Qt::white, "left border"},
+      {100, 49, Qt::black, "bottom border"},    {199, 20, Qt::black, "right border"},
+      {69, 10, first(10), "left of the edge"},  {70, 10, second(10), "at the edge"},
+      {71, 10, first(10), "first stripe"},      {73, 10, second(10), "between stripes"},
+      {75, 10, first(10), "second stripe"},     {80, 10, first(10), "third stripe"},
       {150, 47, first(47), "rows the border shortens are whole"},
   };
   for (const Pixel& px : pixels) EXPECT_EQ(QColor(styled.pixel(px.x, px.y)), px.colour) << px.what;

@@ -1,11 +1,9 @@
-// The statistics boxes: the quartile rule, the boxes that keep their text, huge values,
-// and the rounded texts against Round then NumberText. Counts, marks and truncation are
-// checked through the main window.
+// The statistics boxes: the quartile rule, the boxes that keep their text, huge values and
+// the rounded texts (counts, marks and truncation are checked through the main window).
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include <cmath>
+#include <limits>
 #include <random>
 
 #include "number_text.h"

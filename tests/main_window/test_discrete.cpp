@@ -15,8 +15,7 @@ namespace {
 // Listed as "1", "2", "3" in rows 0, 1, 2, counted 2, 1 and 3.
 CellBlock OnesTwoThrees() { return Column({"h:x", "n:1", "n:1", "n:2", "n:3", "n:3", "n:3"}); }
 
-// A header over the numbers 1..n.
-CellBlock Distinct(int n) {
+CellBlock Distinct(int n) {  // a header over the numbers 1..n
   CellBlock b;
   b.resize(n + 1, 1);
   b.setText(0, "x");
@@ -75,9 +74,7 @@ TEST_F(MainWindowTest, DiscreteModeAppliesTheTicksAndContinuousModeForgetsThem) 
   // Without the largest value the sample is marked as cut.
   form->ListView2->setChecked(2, false);
   form->Resetme->click();
-  EXPECT_EQ(form->TextBox1->text(), "2");
-  EXPECT_EQ(form->TextBox8->text(), "1");
-  EXPECT_EQ(form->Label12->text(), "*Max");
+  EXPECT_EQ(form->TextBox1->text() + " " + form->TextBox8->text() + " " + form->Label12->text(), "2 1 *Max");
   EXPECT_EQ(Bars(*form), "1:2");
 
   // Back to continuous mode: every value, the continuous setup, and counts.
@@ -133,16 +130,14 @@ TEST_F(MainWindowTest, DiscreteTableWithNothingTickedOrInPercentages) {
   form->OptionButton5->click();
   EXPECT_EQ(Bars(*form), "1:2 2:1 3:3") << "counted anew, still discrete";
   EXPECT_FALSE(form->DAS_BarChart1->percentTickSuffix());
-  EXPECT_TRUE(form->OptionDiscrete->isChecked());
-  EXPECT_EQ(form->ListView2->count(), 3);
+  EXPECT_TRUE(form->OptionDiscrete->isChecked() && form->ListView2->count() == 3);
 
   // Unticking all changes the list only; Resetme then empties the table.
   form->Check1->click();
   EXPECT_TRUE(form->ListView2->checkedTexts().isEmpty());
   EXPECT_EQ(form->DAS_BarChart1->barCount(), 3);
   form->Resetme->click();
-  EXPECT_EQ(form->DAS_BarChart1->barCount(), 0);
-  EXPECT_EQ(State().NumberOfBins, 0);
+  EXPECT_EQ(form->DAS_BarChart1->barCount() + State().NumberOfBins, 0);
   EXPECT_TRUE(State().SampleValues.empty());
   EXPECT_TRUE(notices.isEmpty()) << notices.join("|").toStdString();
   form->Check1->click();
@@ -154,13 +149,11 @@ TEST_F(MainWindowTest, DiscreteTableWithNothingTickedOrInPercentages) {
 TEST_F(MainWindowTest, DiscreteModeWithNoRangeTakenThenAnUntickedZero) {
   form->Form_Load();
   form->OptionDiscrete->click();
-  EXPECT_EQ(form->ListView2->count(), 0);
-  EXPECT_TRUE(form->Disabled->isVisibleTo(form));
+  EXPECT_TRUE(form->ListView2->count() == 0 && form->Disabled->isVisibleTo(form));
   form->Resetme->click();
   form->OptionContinuous->click();
   EXPECT_TRUE(notices.isEmpty());
-  EXPECT_EQ(form->DAS_BarChart1->barCount(), 0);
-  EXPECT_EQ(form->height(), 1600 / 15);
+  EXPECT_TRUE(form->DAS_BarChart1->barCount() == 0 && form->height() == 1600 / 15);
   // A zero is a value like any other: unticked, it stays out.
   Take(Column({"h:x", "n:0", "n:0", "n:1", "n:2", "n:2"}));
   form->OptionDiscrete->click();

@@ -24,19 +24,15 @@ namespace {
 
 TEST_F(MainWindowTest, AcceptedRangeFillsTheWindow) {
   form->Form_Load();
-  EXPECT_EQ(form->height(), 1600 / 15);
   Take(HeaderTwentyThreeBlanks());
   EXPECT_TRUE(notices.isEmpty()) << notices.join("|").toStdString();
   EXPECT_EQ(form->TextBox14->text().toStdString(), "'[" + book->name() + "]Sheet1'!$A$1:$A$24");
   EXPECT_EQ(book->resolveName(kDataName), (CellRangeRef{0, 0, 0, 0, 23}));
-  struct Box {
-    QLineEdit* box;
-    const char* text;
-  } boxes[] = {{form->TextBox1, "20"}, {form->Miss, "4"},     {form->TextBox2, "10.5"},
-               {form->TextBox4, "1"},  {form->TextBox5, "5.5"}, {form->TextBox6, "10.5"},
-               {form->TextBox7, "15.5"}, {form->TextBox8, "20"}, {form->Range, "19"},
-               {form->TextBox3, "5.92"}, {form->CV, "56%"}};
-  for (const Box& b : boxes) EXPECT_EQ(b.box->text().toStdString(), b.text) << b.box->objectName().toStdString();
+  const std::pair<QLineEdit*, const char*> boxes[] = {
+      {form->TextBox1, "20"},   {form->Miss, "4"},       {form->TextBox2, "10.5"}, {form->TextBox4, "1"},
+      {form->TextBox5, "5.5"},  {form->TextBox6, "10.5"}, {form->TextBox7, "15.5"}, {form->TextBox8, "20"},
+      {form->Range, "19"},      {form->TextBox3, "5.92"}, {form->CV, "56%"}};
+  for (auto [box, text] : boxes) EXPECT_EQ(box->text(), text) << box->objectName().toStdString();
   EXPECT_EQ(form->height(), 10488 / 15);
   EXPECT_TRUE(form->DAS_BarChart1->isVisibleTo(form));
   ASSERT_EQ(form->DAS_BarChart1->barCount(), 5);
@@ -58,9 +54,6 @@ TEST_F(MainWindowTest, WholeColumnIsCutAndTheSameAddressIsNotReadAgain) {
   form->InputButton1_Click();
   EXPECT_EQ(form->TextBox8->text(), "20");
   EXPECT_EQ(form->DAS_BarChart1->barCount(), 5) << "the knob's number of bins again";
-  // The next refresh reads the changed cells.
-  form->Resetme_Click();
-  EXPECT_EQ(form->TextBox8->text(), "100");
 }
 
 TEST_F(MainWindowTest, RefusedRanges) {
@@ -83,6 +76,17 @@ TEST_F(MainWindowTest, RefusedRanges) {
   EXPECT_TRUE(form->UseSelection) << "a refused automatic intake keeps taking the selection";
 }
 
+TEST_F(MainWindowTest, AnEmptyAreaBelowTheDataIsNoSecondArea) {
+  form->Form_Load();
+  book->write({0, 0, 0, 0, 0}, Column({"h:x", "n:1", "n:2", "n:3", "n:4", "n:5"}));
+  book->select({CellRangeRef{0, 0, 0, 0, 5}, CellRangeRef{0, 2, 19, 2, 24}});  // A1:A6, C20:C25
+  form->UseSelection = true;
+  form->InputButton1_Click();
+  EXPECT_TRUE(notices.isEmpty()) << notices.join("|").toStdString();
+  EXPECT_EQ(State().InputRange, (CellRangeRef{0, 0, 0, 0, 5}));
+  EXPECT_EQ(form->TextBox1->text(), "5");
+}
+
 TEST_F(MainWindowTest, ErrorCellsEndTheProgram) {
   book->write({0, 0, 0, 0, 0}, Column({"h:x", "n:1", "n:2", "n:3"}));
   book->setFormula(0, 0, 4, "=1/0");
@@ -95,9 +99,7 @@ TEST_F(MainWindowTest, ErrorCellsEndTheProgram) {
             "              Binsight does not support ranges with error values");
   EXPECT_TRUE(closed());
   EXPECT_FALSE(book->resolveName(kDataName).has_value());
-  Selection sel = book->selection();
-  ASSERT_EQ(sel.areas.size(), 1u);
-  EXPECT_EQ(sel.areas[0], (CellRangeRef{0, 0, 4, 0, 5}));
+  EXPECT_EQ(book->selection().areas, (std::vector<CellRangeRef>{{0, 0, 4, 0, 5}}));  // the error cells
 }
 
 TEST_F(MainWindowTest, AutomaticIntakeNeedsMoreThanThreeNumbers) {
@@ -154,8 +156,7 @@ TEST_F(MainWindowTest, TruncationFollowsTheSheetAndRefusesCrossing) {
   book->write({0, 0, 1, 0, 0}, Column({"n:3.5"}));  // the 1 becomes 3.5
   form->SSlider11->setPosition(1);
   form->SSlider11_MouseUp();
-  EXPECT_EQ(form->TextBox4->text(), "2");
-  EXPECT_EQ(form->Label8->text(), "MIN") << "the range's own minimum is now 2 too";
+  EXPECT_EQ(form->TextBox4->text() + " " + form->Label8->text(), "2 MIN") << "the range's minimum is 2 too";
   // Crossing is refused and the slider goes back.
   form->SSlider11->setPosition(16);
   form->SSlider11_MouseUp();
@@ -164,61 +165,48 @@ TEST_F(MainWindowTest, TruncationFollowsTheSheetAndRefusesCrossing) {
   EXPECT_EQ(form->TextBox1->text(), "15");
   // Back to the whole range: marks off, every value in.
   form->Resetme_Click();
-  EXPECT_EQ(form->Label12->text(), "MAX");
-  EXPECT_EQ(form->Label8->text(), "MIN");
-  EXPECT_EQ(form->TextBox1->text(), "20");
-  EXPECT_EQ(form->TextBox4->text(), "2");
+  EXPECT_EQ(form->Label8->text() + form->Label12->text() + " " + form->TextBox1->text() + " " +
+                form->TextBox4->text(),
+            "MINMAX 20 2");
 }
 
-TEST_F(MainWindowTest, NormalityWindowOpensOnTheTruncatedSample) {
-  form->Form_Load();
-  CellBlock col = HeaderTwentyThreeBlanks();
-  Take(col);
-  form->SSlider22->setPosition(15);
-  form->SSlider22_MouseUp();
-  QString used, stat;
-  bool truncatedShown = false;
-  QTimer::singleShot(0, [&] {
-    auto* w = qobject_cast<NormalityTests*>(QApplication::activeModalWidget());
-    ASSERT_NE(w, nullptr);
-    used = w->TestUsed->text();
-    stat = w->TestStat->text();
-    truncatedShown = w->Transform->isVisibleTo(w);
-    w->close();
-  });
-  form->Normality->click();
-  EXPECT_EQ(used, "Anderson Darling test");
-  EXPECT_FALSE(stat.isEmpty());
-  EXPECT_TRUE(truncatedShown);
-}
-
-// The two buttons under the statistics open their windows on the sample of the moment.
-TEST_F(MainWindowTest, PlotButtonsOpenTheirWindowsOnTheTruncatedSample) {
+// The normality button and the two plot buttons under the statistics open their windows
+// on the sample of the moment.
+TEST_F(MainWindowTest, WindowsOpenOnTheTruncatedSample) {
   form->Form_Load();
   Take(HeaderTwentyThreeBlanks());
   form->SSlider22->setPosition(15);
   form->SSlider22_MouseUp();
-  const std::vector<double> sample = State().SampleValues;
-  ASSERT_FALSE(sample.empty());
-  struct Case {
-    QPushButton* button;
-    std::function<std::pair<std::size_t, bool>(QWidget*)> seen;  // points drawn, "truncated" shown
-  } cases[] = {
+  const std::size_t n = State().SampleValues.size();
+  ASSERT_EQ(n, 15u);
+  const auto shown = [](QWidget* w, QWidget* transform, std::size_t points) {  // "points, truncated"
+    return QString("%1%2").arg(points).arg(transform->isVisibleTo(w) ? ", truncated" : "").toStdString();
+  };
+  struct Case { QPushButton* button; std::function<std::string(QWidget*)> seen; std::string expected; };
+  const Case cases[] = {
+      {form->Normality,
+       [&](QWidget* w) {
+         auto* v = qobject_cast<NormalityTests*>(w);
+         if (!v) return std::string();
+         return v->TestUsed->text().toStdString() + (v->TestStat->text().isEmpty() ? "" : ", a statistic") +
+                (v->Transform->isVisibleTo(v) ? ", truncated" : "");
+       },
+       "Anderson Darling test, a statistic, truncated"},
       {form->QQplot,
-       [](QWidget* w) -> std::pair<std::size_t, bool> {
+       [&](QWidget* w) {
          auto* v = qobject_cast<Visualize*>(w);
-         if (!v) return {0, false};
-         return {v->NormalDist->pointCount(QStringLiteral("Main")), v->Transform->isVisibleTo(v)};
-       }},
+         return v ? shown(v, v->Transform, v->NormalDist->pointCount(QStringLiteral("Main"))) : "";
+       },
+       "15, truncated"},
       {form->SonicClick16,
-       [](QWidget* w) -> std::pair<std::size_t, bool> {
+       [&](QWidget* w) {
          auto* c = qobject_cast<Cumulat*>(w);
-         if (!c) return {0, false};
-         return {c->PlotterView->pointCount(QStringLiteral("Lie")), c->Transform->isVisibleTo(c)};
-       }},
+         return c ? shown(c, c->Transform, c->PlotterView->pointCount(QStringLiteral("Lie"))) : "";
+       },
+       "15, truncated"},
   };
   for (const Case& c : cases) {
-    std::pair<std::size_t, bool> seen{0, false};
+    std::string seen = "no window";
     QTimer::singleShot(0, [&] {
       QWidget* w = QApplication::activeModalWidget();
       ASSERT_NE(w, nullptr);
@@ -226,8 +214,7 @@ TEST_F(MainWindowTest, PlotButtonsOpenTheirWindowsOnTheTruncatedSample) {
       w->close();
     });
     c.button->click();
-    EXPECT_EQ(seen.first, sample.size()) << c.button->objectName().toStdString();
-    EXPECT_TRUE(seen.second) << c.button->objectName().toStdString();
+    EXPECT_EQ(seen, c.expected) << c.button->objectName().toStdString();
   }
 }
 
@@ -239,22 +226,14 @@ TEST_F(MainWindowTest, HugeValuesShowFiguresOrErrorTextsNeverNaN) {
   form->Form_Load();
   Take(Column({"h:x", "n:1e308", "n:-1e308", "n:0", "n:1"}));
   const std::vector<double> x{1e308, -1e308, 0, 1};
-  struct Box {
-    QLineEdit* box;
-    std::string text;
-  } boxes[] = {{form->TextBox1, "4"},
-               {form->TextBox2, "0.25"},
-               {form->TextBox3, RoundedText(*Stdev(x), 2)},
-               {form->Range, "#NUM!"},  // 2E+308 is no double
-               {form->TextBox4, "-1E+308"},
-               {form->TextBox6, "0.5"},
-               {form->TextBox8, "1E+308"},
-               {form->CV, "#NUM!"},
-               {form->krt, RoundedText(*Kurt(x), 2)},
-               {form->skw, RoundedText(*Skew(x), 2)}};
-  for (const Box& b : boxes)
-    EXPECT_EQ(b.box->text().toStdString(), b.text) << b.box->objectName().toStdString();
-  EXPECT_TRUE(Stdev(x).has_value() && Kurt(x).has_value() && Skew(x).has_value());
+  ASSERT_TRUE(Stdev(x).has_value() && Kurt(x).has_value() && Skew(x).has_value());
+  const std::pair<QLineEdit*, std::string> boxes[] = {  // the range, 2E+308, is no double
+      {form->TextBox1, "4"},       {form->TextBox2, "0.25"},  {form->TextBox3, RoundedText(*Stdev(x), 2)},
+      {form->Range, "#NUM!"},      {form->TextBox4, "-1E+308"}, {form->TextBox6, "0.5"},
+      {form->TextBox8, "1E+308"},  {form->CV, "#NUM!"},      {form->krt, RoundedText(*Kurt(x), 2)},
+      {form->skw, RoundedText(*Skew(x), 2)}};
+  for (const auto& [box, text] : boxes)
+    EXPECT_EQ(box->text().toStdString(), text) << box->objectName().toStdString();
   ASSERT_EQ(form->DAS_BarChart1->barCount(), 5);
   EXPECT_EQ(form->DAS_BarChart1->barLabel(0), "-1E+308 to -6E+307");
   EXPECT_EQ(form->DAS_BarChart1->barLabel(4), "6E+307 to 1E+308");
@@ -274,17 +253,6 @@ TEST_F(MainWindowTest, HugeValuesShowFiguresOrErrorTextsNeverNaN) {
     EXPECT_TRUE(Readable(form->DAS_BarChart1->barLabel(i))) << i;
 }
 
-TEST_F(MainWindowTest, AnEmptyAreaBelowTheDataIsNoSecondArea) {
-  form->Form_Load();
-  book->write({0, 0, 0, 0, 0}, Column({"h:x", "n:1", "n:2", "n:3", "n:4", "n:5"}));
-  book->select({CellRangeRef{0, 0, 0, 0, 5}, CellRangeRef{0, 2, 19, 2, 24}});  // A1:A6, C20:C25
-  form->UseSelection = true;
-  form->InputButton1_Click();
-  EXPECT_TRUE(notices.isEmpty()) << notices.join("|").toStdString();
-  EXPECT_EQ(State().InputRange, (CellRangeRef{0, 0, 0, 0, 5}));
-  EXPECT_EQ(form->TextBox1->text(), "5");
-}
-
 // Every refresh reads the range again when a cell of it changed: the figures of the whole
 // range and the ends of the sliders follow at once.
 TEST_F(MainWindowTest, EveryRefreshFollowsAnEditOfTheRange) {
@@ -301,21 +269,19 @@ TEST_F(MainWindowTest, EveryRefreshFollowsAnEditOfTheRange) {
   EXPECT_NE(form->krt->text(), kurtBefore);
   EXPECT_EQ(form->krt->text().toStdString(), RoundedText(*Kurt(now), 3));
   EXPECT_EQ(form->skw->text().toStdString(), RoundedText(*Skew(now), 3));
-  EXPECT_EQ(form->Label12->text(), "*Max") << "the handle stays at 20, below the new maximum";
-  EXPECT_EQ(form->TextBox8->text(), "19");
+  EXPECT_EQ(form->Label12->text() + " " + form->TextBox8->text(), "*Max 19")
+      << "the handle stays at 20, below the new maximum";
   // One click of Resetme takes the new ends.
   book->write({0, 0, 23, 0, 0}, Column({"n:2000"}));
   form->Resetme_Click();
   EXPECT_EQ(form->SSlider22->upperBound(), 2000);
   EXPECT_EQ(form->SSlider22->position(), 2000);
-  EXPECT_EQ(form->TextBox8->text(), "2000");
-  EXPECT_EQ(form->Label12->text(), "MAX");
+  EXPECT_EQ(form->TextBox8->text() + form->Label12->text(), "2000MAX");
   // The knob's table too; the low handle stays at 1, so the new -50 is cut and marked.
   book->write({0, 0, 1, 0, 0}, Column({"n:-50"}));
   form->BinsBox->setText("4");
   EXPECT_EQ(form->SSlider11->lowerBound(), -50);
-  EXPECT_EQ(form->TextBox4->text(), "2");
-  EXPECT_EQ(form->Label8->text(), "*Min");
+  EXPECT_EQ(form->TextBox4->text() + " " + form->Label8->text(), "2 *Min");
   EXPECT_EQ(form->DAS_BarChart1->barCount(), 4);
 }
 
@@ -328,8 +294,7 @@ TEST_F(MainWindowTest, TruthValuesAreNoFigureOfTheRangeButEnterTheSample) {
   EXPECT_EQ(form->SSlider11->lowerBound(), -2);
   EXPECT_EQ(form->SSlider22->upperBound(), 9);
   EXPECT_EQ(State().SampleValues, (std::vector<double>{-2, -1, 0, 5, 7, 9}));
-  EXPECT_EQ(form->TextBox1->text(), "6");
-  EXPECT_EQ(form->Miss->text(), "2");  // the header and the date
+  EXPECT_EQ(form->TextBox1->text() + " " + form->Miss->text(), "6 2") << "missing: the header and the date";
   EXPECT_EQ(form->krt->text().toStdString(), RoundedText(*Kurt(numbers), 2));
   EXPECT_EQ(form->skw->text().toStdString(), RoundedText(*Skew(numbers), 2));
   EXPECT_EQ(form->Label8->text() + form->Label12->text(), "MINMAX");
@@ -365,16 +330,14 @@ TEST_F(MainWindowTest, TruncationStepsAreTheShownDecimals) {
   EXPECT_EQ(grid->maximum(), 900);  // 1.005, 1.01 ... 9.99, 10
   for (int step : {0, 1, 2, 425, 899, 900}) {
     grid->setValue(step);
-    double p = high->position();
-    double shown = high->valueText().toDouble();
-    if (step == 0) EXPECT_EQ(p, 1.005);
-    else EXPECT_EQ(p, shown) << step << " shows " << high->valueText().toStdString();
+    EXPECT_EQ(high->position(), step ? high->valueText().toDouble() : 1.005)
+        << step << " shows " << high->valueText().toStdString();
   }
   grid->setValue(425);
   EXPECT_EQ(high->valueText(), "5.25");
   form->SSlider22_MouseUp();
-  EXPECT_EQ(form->TextBox8->text(), "5.25") << "the value equal to the shown bound stays in";
-  EXPECT_EQ(form->TextBox1->text(), "3");
+  EXPECT_EQ(form->TextBox8->text() + " " + form->TextBox1->text(), "5.25 3")
+      << "the value equal to the shown bound stays in";
   // At no decimals the steps are whole numbers.
   form->DecimalCombo->setCurrentIndex(0);
   form->DecimalCombo_Click();

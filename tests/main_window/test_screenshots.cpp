@@ -2,10 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QTimer>
 #include <cmath>
 #include <random>
-
-#include <QTimer>
 
 #include "normality_window.h"
 #include "switch_knob.h"
@@ -16,15 +15,19 @@ namespace qv::testing {
 namespace {
 
 TEST_F(MainWindowTest, Screenshots) {
-  QString dir = qEnvironmentVariable("QUANTAVUE_SHOTS");
+  const QString dir = qEnvironmentVariable("QUANTAVUE_SHOTS");
   if (dir.isEmpty()) GTEST_SKIP() << "set QUANTAVUE_SHOTS to a folder to take the pictures";
   QDir().mkpath(dir);
-  CellBlock col;
-  col.resize(201, 1);
-  col.setText(0, "Delivery time (h)");
   std::mt19937_64 gen(20261123);
+  const auto column = [&](const char* header, int n, auto&& draw) {
+    CellBlock b;
+    b.resize(n + 1, 1);
+    b.setText(0, header);
+    for (int i = 1; i <= n; ++i) b.setNumber(i, draw());
+    return b;
+  };
   std::gamma_distribution<double> dist(4.0, 6.0);
-  for (int i = 1; i < 201; ++i) col.setNumber(i, std::round(dist(gen) * 10) / 10);
+  const CellBlock col = column("Delivery time (h)", 200, [&] { return std::round(dist(gen) * 10) / 10; });
   form->Form_Load();
   form->show();
   Take(col);
@@ -61,12 +64,8 @@ TEST_F(MainWindowTest, Screenshots) {
   form->OptionDiscrete->click();  // the truncated sample still has many values
   form->OptionContinuous->click();
   // A discrete variable: a rating from 1 to 6.
-  CellBlock rating;
-  rating.resize(61, 1);
-  rating.setText(0, "Rating");
   std::discrete_distribution<int> r({2, 5, 9, 12, 7, 3});
-  for (int i = 1; i < 61; ++i) rating.setNumber(i, r(gen) + 1);
-  Take(rating, {0, 2, 0, 0, 0});
+  Take(column("Rating", 60, [&] { return r(gen) + 1.0; }), {0, 2, 0, 0, 0});
   form->OptionDiscrete->click();
   if (!form->Frame55->isVisible()) form->ThemedButton6->click();
   form->ListView2->setChecked(form->ListView2->count() - 1, false);  // leave out the largest value

@@ -40,8 +40,7 @@ TEST_F(MainWindowTest, PercentViewConvertsTheCountsOnce) {
   // A decimals click tabulates afresh: counts, though the option still reads Pct.
   form->DecimalCombo_Click();
   EXPECT_EQ(BarValues(*form), (std::vector<double>{1, 1, 2}));
-  EXPECT_FALSE(form->DAS_BarChart1->percentTickSuffix());
-  EXPECT_TRUE(form->OptionButton6->isChecked());
+  EXPECT_TRUE(!form->DAS_BarChart1->percentTickSuffix() && form->OptionButton6->isChecked());
 }
 
 TEST_F(MainWindowTest, FreqFromPctResetsTheContinuousSetup) {
@@ -70,8 +69,8 @@ TEST_F(MainWindowTest, FreqFromPctResetsTheContinuousSetup) {
                          form->BinsBox->text(), QString::fromStdString(State().BinMark)}).join('|').toStdString(),
             "20|MAX|5||Red");
   EXPECT_EQ(form->SSlider22->position(), 20);
-  EXPECT_TRUE(form->OptionBinning[0]->isChecked());
-  EXPECT_TRUE(form->FrameBinning[0]->isVisibleTo(form) && !form->FrameBinning[1]->isVisibleTo(form));
+  EXPECT_TRUE(form->OptionBinning[0]->isChecked() && form->FrameBinning[0]->isVisibleTo(form) &&
+              !form->FrameBinning[1]->isVisibleTo(form));
   EXPECT_FALSE(form->Frame55->isVisibleTo(form)) << "the panel closes";
   EXPECT_TRUE(Bold(form->OptionButton5) && !Bold(form->OptionButton6));
 

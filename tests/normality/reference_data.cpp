@@ -8,31 +8,6 @@
 
 namespace qv::test {
 
-namespace {
-
-ReferenceData Load() {
-  ReferenceData data;
-  const std::string path = std::string(QV_NORMALITY_DATA_DIR) + "/reference.txt";
-  std::ifstream in(path);
-  EXPECT_TRUE(in.good()) << "cannot read " << path;
-  std::string line;
-  while (std::getline(in, line)) {
-    if (line.empty() || line[0] == '#') continue;
-    std::istringstream words(line);
-    std::vector<std::string> fields;
-    for (std::string w; words >> w;) fields.push_back(w);
-    if (fields[0] == "sample") {
-      std::vector<double>& xs = data.samples[fields[1]];
-      for (std::size_t i = 2; i < fields.size(); ++i) xs.push_back(std::stod(fields[i]));
-    } else {
-      data.records.push_back(std::move(fields));
-    }
-  }
-  return data;
-}
-
-}  // namespace
-
 std::vector<std::vector<std::string>> ReferenceData::of(const std::string& kind) const {
   std::vector<std::vector<std::string>> out;
   for (const auto& r : records)
@@ -49,7 +24,24 @@ const std::vector<double>& ReferenceData::sample(const std::string& name) const 
 }
 
 const ReferenceData& Reference() {
-  static const ReferenceData data = Load();
+  static const ReferenceData data = [] {
+    ReferenceData d;
+    std::ifstream in(std::string(QV_NORMALITY_DATA_DIR) + "/reference.txt");
+    EXPECT_TRUE(in.good()) << "cannot read reference.txt";
+    for (std::string line; std::getline(in, line);) {
+      if (line.empty() || line[0] == '#') continue;
+      std::istringstream words(line);
+      std::vector<std::string> fields;
+      for (std::string w; words >> w;) fields.push_back(w);
+      if (fields[0] != "sample") {
+        d.records.push_back(std::move(fields));
+        continue;
+      }
+      std::vector<double>& xs = d.samples[fields[1]];
+      for (std::size_t i = 2; i < fields.size(); ++i) xs.push_back(std::stod(fields[i]));
+    }
+    return d;
+  }();
   return data;
 }
 

@@ -66,8 +66,7 @@ struct Window {
   }
   QString boldLegends() const {
     QString out;
-    for (QLabel* l : {w->Label9, w->Label8, w->Label7, w->Label10})
-      if (l->font().bold()) out += l->text();
+    for (QLabel* l : {w->Label9, w->Label8, w->Label7, w->Label10}) out += l->font().bold() ? l->text() : "";
     return out;
   }
 
@@ -98,9 +97,6 @@ TEST(NormalityWindow, LoadingAndTheKnobRunTheTestOfEachPosition) {
   Window t(x, 80, /*truncated=*/true);
   NormalityTests& w = *t.w;
   EXPECT_EQ(t.shown({w.Transform}) + w.Transform->text().toStdString(), "1Truncated Range");
-  EXPECT_EQ(w.windowTitle(), "Quantavue");
-  EXPECT_TRUE(w.windowFlags() & Qt::WindowStaysOnTopHint);
-  EXPECT_NEAR(w.windowOpacity(), 0.92, 0.005);
   for (const Case& c : cases) {
     t.turn(c.position);
     const TestDisplay& e = *c.expected;
@@ -124,24 +120,6 @@ TEST(NormalityWindow, LoadingAndTheKnobRunTheTestOfEachPosition) {
   EXPECT_EQ(r.verdict(), "no: Reject normality!");
   EXPECT_EQ(r.w->Label5->palette().color(QPalette::WindowText), QColor(255, 0, 0));
   EXPECT_EQ(r.shown({r.w->Transform}), "0");
-}
-
-TEST(NormalityWindow, SliderRejudgesTheJarqueBeraPValueOnDisplay) {
-  // jb_at_level holds p = 0.0500, shown as "0.050".
-  Window t(Sample("jb_at_level"));
-  t.turn(3);
-  ASSERT_EQ(t.w->Pval->text(), "0.050");
-  EXPECT_EQ(t.verdict(), "no: Reject normality!") << "p at the level rejects";
-  struct Case { double level; bool yes; const char* critical; } cases[] = {
-      {0.04, true, "6.4400"}, {0.05, false, "5.9900"}, {0.051, false, "5.9500"},
-      {0.049, true, "6.0300"}, {0.0, true, "0.0000"},  {0.15, false, "3.7900"}};
-  for (const Case& c : cases) {
-    t.slide(c.level);
-    EXPECT_EQ(t.level, c.level);
-    // The picture follows the slider; the caption stays that of the run.
-    EXPECT_EQ(t.verdict(), std::string(c.yes ? "yes" : "no") + ": Reject normality!") << "level " << c.level;
-    EXPECT_EQ(t.boxes(), "5.9915|" + std::string(c.critical) + "|0.050") << "no statistic is computed again";
-  }
 }
 
 // A Jarque-Bera p of NA, 0.000 or 0.001 (above a level of 0, yet rejected) is rejected at
@@ -191,15 +169,15 @@ TEST(NormalityWindow, LevelOfTheSliderCarriesToShapiroWilk) {
   EXPECT_TRUE(t.notices.empty());
 }
 
-// The slider judges the four-decimal p the run held, not the three decimals on display:
-// with p = 0.0503 (shown "0.050") the run at 0.05 accepts, and so does the slider at 0.05.
-TEST(NormalityWindow, SliderJudgesThePValueTheRunHeld) {
+// The slider re-judges the four-decimal p the run held, not the three decimals shown, and
+// computes no statistic again: jb_at_level holds p = 0.0500 (the run rejects), x0503 holds
+// 0.0503 (the run accepts); both show "0.050". The caption stays that of the run.
+TEST(NormalityWindow, SliderRejudgesTheHeldJarqueBeraPValue) {
   // normal50 and one more value, moved until the four-decimal p is 0.0503.
-  std::vector<double> x = Sample("normal50");
-  const double top = x.back();
-  double lo = top, hi = top + 100.0;
+  std::vector<double> x0503 = Sample("normal50");
+  double lo = x0503.back(), hi = lo + 100.0;
   auto p4 = [&](double t) {
-    std::vector<double> y = x;
+    std::vector<double> y = x0503;
     y.push_back(t);
     return std::stod(*JBpValueArray(JBStatArray(y)));
   };
@@ -208,17 +186,26 @@ TEST(NormalityWindow, SliderJudgesThePValueTheRunHeld) {
     (p4(mid) >= 0.0503 ? lo : hi) = mid;
   }
   ASSERT_EQ(p4(lo), 0.0503);
-  x.push_back(lo);
-  std::sort(x.begin(), x.end());
-  Window t(x);
-  t.turn(3);
-  ASSERT_EQ(t.w->Pval->text(), "0.050");
-  EXPECT_EQ(t.verdict(), "yes: Accept normality!");
-  struct Case { double level; const char* bell; } cases[] = {
-      {0.04, "yes"}, {0.05, "yes"}, {0.051, "no"}, {0.0, "yes"}, {0.049, "yes"}, {0.15, "no"}};
-  for (const Case& c : cases) {
-    t.slide(c.level);
-    EXPECT_EQ(t.verdict(), std::string(c.bell) + ": Accept normality!") << "level " << c.level;
+  x0503.push_back(lo);
+  std::sort(x0503.begin(), x0503.end());
+  struct Level { double level; const char* critical; bool yesAt0500, yesAt0503; } const levels[] = {
+      {0.04, "6.4400", true, true},  {0.05, "5.9900", false, true}, {0.051, "5.9500", false, false},
+      {0.049, "6.0300", true, true}, {0.0, "0.0000", true, true},   {0.15, "3.7900", false, false}};
+  for (bool held0503 : {false, true}) {
+    Window t(held0503 ? x0503 : Sample("jb_at_level"));
+    t.turn(3);
+    ASSERT_EQ(t.w->Pval->text(), "0.050");
+    const std::string caption = held0503 ? ": Accept normality!" : ": Reject normality!";
+    const char* p = held0503 ? "3" : "0";
+    EXPECT_EQ(t.verdict(), (held0503 ? "yes" : "no") + caption) << "the run at 0.05, p 0.050" << p;
+    const std::string stat = t.w->TestStat->text().toStdString();
+    for (const Level& c : levels) {
+      t.slide(c.level);
+      EXPECT_EQ(t.level, c.level);
+      const bool yes = held0503 ? c.yesAt0503 : c.yesAt0500;
+      EXPECT_EQ(t.verdict(), (yes ? "yes" : "no") + caption) << "level " << c.level << ", p 0.050" << p;
+      EXPECT_EQ(t.boxes(), stat + "|" + c.critical + "|0.050") << "level " << c.level;
+    }
   }
 }
 
@@ -326,7 +313,6 @@ TEST(CopyAction, PutsTheWindowOnTheClipboard) {
   const QImage image = QGuiApplication::clipboard()->image();
   ASSERT_FALSE(image.isNull());
   EXPECT_EQ(image.size(), t.w->size() * t.w->devicePixelRatio());
-  EXPECT_EQ(t.w->CommandButton333->toolTip(), "Copy this form to the clipboard as an image");
   // The click is placed beside the program by the build.
   EXPECT_TRUE(QFileInfo::exists(CopySoundPath())) << CopySoundPath().toStdString();
 }

@@ -1,6 +1,5 @@
-// The four tests against data/reference.txt: statistics and p values worked out from
-// the definitions at 50 digits (Anderson-Darling emulated figure by figure in 32 bits),
-// and the texts a user sees in the boxes.
+// The four tests against data/reference.txt: statistics and p values from the definitions
+// at 50 digits (Anderson-Darling emulated in 32 bits), and the texts shown in the boxes.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -20,10 +19,8 @@ using test::WorstError;
 
 constexpr double kEps = std::numeric_limits<double>::epsilon();
 
-// How much a sample's rounding to doubles can move a figure that rests on its
-// z-scores: a value far from the mean relative to the deviation (data near 1e6 with a
-// deviation of 1) leaves few significant digits in x - mean. Errors are reported in
-// units of eps times this (and times n where the algorithm adds n terms plainly).
+// How far rounding can move a figure resting on z-scores (data near 1e6 with a deviation
+// of 1 keep few digits in x - mean); errors are in eps times this (times n for plain sums).
 double Condition(const std::vector<double>& x) {
   double mean = 0.0;
   for (double v : x) mean += v;

@@ -56,10 +56,9 @@ TEST(Refusals, EachTestRefusesWhatItCannotStandardise) {
   }
 }
 
-// Values near the end of the double range: each test shows figures that are numbers, or
-// refuses with its notice; no NaN or infinity reaches a box or a verdict. Shapiro-Wilk
-// does not change with the scale and always runs; Anderson-Darling holds its mean and
-// deviation in 32 bits and refuses anything past 3.4e38.
+// Near the end of the double range each test shows numbers or refuses with its notice, never
+// NaN or infinity. Shapiro-Wilk is scale-free and always runs; Anderson-Darling holds its
+// mean and deviation in 32 bits and refuses anything past 3.4e38.
 TEST(Refusals, HugeValuesGiveNumbersOrANotice) {
   auto spread = [](std::vector<double> head, double scale, std::size_t n) {
     for (std::size_t i = head.size(); i < n; ++i) head.push_back(scale * ((static_cast<double>(i % 17) - 8.0) / 8.0));

@@ -20,32 +20,26 @@ struct ReferenceRow {
 // Rows of data/<file>; fails the test (and returns nothing) if the file is missing.
 std::vector<ReferenceRow> ReadTable(const std::string& file);
 
-// Relative error of got against expected; below the smallest normal double only
-// absolute accuracy exists, so the error is then taken relative to DBL_MIN.
+// Relative error; below the smallest normal double, relative to DBL_MIN.
 long double RelativeError(double got, long double expected);
 
 using Args = std::span<const double>;
 
 struct Checked {
-  std::string name;                     // rows of the table taken
-  std::function<double(Args)> fn;       // the call under test
-  double bound;                         // worst relative error allowed
-  std::function<bool(Args, double)> rows = {};  // narrows the rows taken (arguments,
-                                                // expected value), if set
-  // Error the formula cannot avoid on a row (given its arguments and expected value),
-  // allowed beyond `bound`, if set.
-  std::function<double(Args, double)> slack = {};
-  std::string label = {};               // for the report; the name if empty
+  std::string name;                               // rows of the table taken
+  std::function<double(Args)> fn;                 // the call under test
+  double bound;                                   // worst relative error allowed
+  std::function<bool(Args, double)> rows = {};    // narrows the rows (args, expected), if set
+  std::function<double(Args, double)> slack = {};  // unavoidable error allowed beyond bound
+  std::string label = {};                         // for the report; the name if empty
 };
 
-// A value e^-L formed in double carries the error of its exponent: L is a sum of terms
-// of size up to L, each good to a few ulp, so each unit of L may cost some ulp of the
-// result (1e-300 has L = 690). 3 L ulp are allowed for it.
+// e^-L formed in double carries the error of its exponent, a sum of terms of size up to
+// L each good to a few ulp (1e-300 has L = 690): 3 L ulp are allowed for it.
 double ExponentSlack(double expected);
 
-// For each check, runs its rows, prints the worst relative error in units of epsilon
-// and the row where it happens, and fails on any row past its bound. Every check must
-// find rows.
+// For each check runs its rows, prints the worst error (in eps) and its row, and fails
+// on any row past its bound. Every check must find rows.
 void ExpectTableAccuracy(const std::string& file, const std::vector<Checked>& checks);
 
 }  // namespace qv::test

@@ -94,9 +94,7 @@ TEST(Beta, ArcsineLawAndExactValues) {
 }
 
 TEST(Binomial, SwappedQuestionsAndTermsAgree) {
-  struct {
-    double i, j, p;
-  } cases[] = {{3, 5, 0.3}, {2.5, 7.25, 0.125}, {40, 60, 0.375}, {10, 0.5, 0.75}, {0.5, 3, 0.5}};
+  struct { double i, j, p; } cases[] = {{3, 5, 0.3}, {2.5, 7.25, 0.125}, {40, 60, 0.375}, {10, 0.5, 0.75}, {0.5, 3, 0.5}};
   for (auto c : cases) {
     double q = 1 - c.p, d = (c.i + c.j) * c.p - c.i;
     // P(X <= i) for i + j trials at p is P(Y > j - 1) for Y the failures.

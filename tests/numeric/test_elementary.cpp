@@ -51,22 +51,16 @@ TEST(Elementary, MatchesReferenceTable) {
         .slack = [](Args, double v) { return 3 * DBL_EPSILON / std::fabs(v); }}});
 }
 
-TEST(Elementary, HelpersAndStoredValues) {
-  // Stored, not summed: the whole numbers 0 to 5.
-  const double stored[] = {0.0810614667953273, 0.0413406959554093, 0.0276779256849983,
-                           0.0207906721037651, 0.0166446911898212, 0.0138761288230707};
-  for (int k = 0; k <= 5; ++k) EXPECT_EQ(StirlingError(k), stored[k]) << k;
+TEST(Elementary, Helpers) {
   // The direct form from |x| = 2 on; the fraction just inside agrees with it closely.
   EXPECT_EQ(ExpMinusOne(2), std::exp(2.0) - 1);
   EXPECT_NEAR(ExpMinusOne(std::nextafter(2.0, 0.0)) / (std::exp(2.0) - 1), 1, 4 * DBL_EPSILON);
-
   EXPECT_FALSE(std::signbit(ClearNegativeZero(-0.0)));
   for (double x : {1.0, -1.0, -1e-300, -std::numeric_limits<double>::infinity(), 0.0}) EXPECT_EQ(ClearNegativeZero(x), x);
   EXPECT_TRUE(std::isnan(ClearNegativeZero(NAN)));
 
   struct { double x; bool even; } parity[] = {{0, true}, {4, true}, {-2, true}, {3, false}, {2.5, false}, {-3, false}, {1e300, true}};
   for (auto c : parity) EXPECT_EQ(IsEven(c.x), c.even) << c.x;
-  EXPECT_TRUE(MinValue(1, 2) == 1 && MinValue(2, 1) == 1 && MaxValue(1, 2) == 2 && MaxValue(2, 1) == 2);
 }
 
 }  // namespace

@@ -42,9 +42,7 @@ TEST(Gamma, ShapeOneIsTheExponentialDistribution) {
 
 TEST(Gamma, RoutesAtTheSwitchPoints) {
   // Which kernel answers decides the accuracy in the tails; each switch is fixed.
-  struct {
-    double x, a, from_kernel;
-  } cases[] = {
+  struct { double x, a, from_kernel; } cases[] = {
       // count 21.5 >= 21 and |d| = 1 < 0.3 k: the expansion answers
       {22.5, 22.5, PoissonExpansion(21.5, 1)},
       // count 20 < 21: no expansion, even with x at the mean

@@ -2,9 +2,9 @@
 // through the office.
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <filesystem>
+#include <functional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "highlight.h"
@@ -45,14 +45,7 @@ class ReportOffice : public OfficeTest {
     return book->read(At(sheet, c0, r0, c1, r1));
   }
   int SheetCount() {
-    int n = 0;
-    for (;; ++n) {
-      try {
-        book->sheetName(n);
-      } catch (const OfficeError&) {
-        return n;
-      }
-    }
+    for (int n = 0;; ++n) try { book->sheetName(n); } catch (const OfficeError&) { return n; }
   }
 };
 
@@ -78,13 +71,10 @@ TEST_F(ReportOffice, OneSampleCellByCell) {
   CellBlock t = Cells(1, 0, 0, 5, 7);  // A1:F8
   auto text = [&](int r, int c) { return t.kinds[r * 6 + c] == CellKind::Text ? t.text(r * 6 + c) : "?"; };
   auto num = [&](int r, int c) { return t.kinds[r * 6 + c] == CellKind::Number ? t.numbers[r * 6 + c] : -99.0; };
-  EXPECT_EQ(text(0, 1), "Bins");
-  EXPECT_EQ(text(0, 2), "1 to 4");
-  EXPECT_EQ(text(0, 4), "7 to 10");
-  EXPECT_EQ(text(2, 1), "Frequency");
-  EXPECT_EQ(text(3, 1), "Percentage");
-  EXPECT_EQ(text(5, 1), "Accumulated frequency");
-  EXPECT_EQ(text(6, 1), "Accumulated percentage");
+  std::string heads;  // column B, and the bins' labels
+  for (int r = 0; r < 7; ++r) heads += text(r, 1) + "|";
+  EXPECT_EQ(heads + text(0, 2) + "|" + text(0, 4),
+            "Bins|?|Frequency|Percentage|?|Accumulated frequency|Accumulated percentage|1 to 4|7 to 10");
   const double counts[] = {4, 3, 3}, acc[] = {4, 7, 10};
   for (int i = 0; i < 3; ++i) {
     EXPECT_EQ(num(2, 2 + i), counts[i]);
@@ -106,13 +96,8 @@ TEST_F(ReportOffice, OneSampleCellByCell) {
   EXPECT_EQ(Cells(1, 1, 31, 11, 31).kinds, std::vector<CellKind>(11, CellKind::Empty)) << "row 32";
 
   // Formats, cell by cell: colours are the palette's, as RGB.
-  struct Look {
-    const char* cell;
-    std::int32_t col, row;
-    bool bold;
-    std::optional<Rgb> font;  // none: automatic
-    std::optional<Rgb> fill;
-    const char* format;
+  struct Look {  // font none: automatic
+    const char* cell; std::int32_t col, row; bool bold; std::optional<Rgb> font, fill; const char* format;
     bool centred;
   };
   const Look looks[] = {
@@ -134,15 +119,11 @@ TEST_F(ReportOffice, OneSampleCellByCell) {
   for (const Look& l : looks) {
     SCOPED_TRACE(l.cell);
     Workbook::CellLook got = book->look(1, l.col, l.row);
-    EXPECT_EQ(got.bold, l.bold);
-    EXPECT_EQ(got.fontColor, l.font);
-    EXPECT_EQ(got.background, l.fill);
-    EXPECT_EQ(got.numberFormat, l.format);
-    EXPECT_EQ(got.centredHorizontally, l.centred);
+    EXPECT_EQ(std::tuple(got.bold, got.fontColor, got.background, got.numberFormat, got.centredHorizontally),
+              std::tuple(l.bold, l.font, l.fill, std::string(l.format), l.centred));
   }
   Workbook::CellLook h = book->look(1, 6, 32);
-  EXPECT_TRUE(h.wrap);
-  EXPECT_TRUE(h.centredVertically);
+  EXPECT_TRUE(h.wrap && h.centredVertically);
 
   // Four groups split by thin rules, none at the top or the bottom or inside a group.
   for (std::int32_t row : {32, 33}) {
@@ -152,24 +133,17 @@ TEST_F(ReportOffice, OneSampleCellByCell) {
     EXPECT_TRUE(NoLineBetween(r[0], r[1])) << "A|B";
     for (int edge : {1, 4, 9, 11}) EXPECT_TRUE(ThinBetween(r[edge], r[edge + 1])) << "after column " << edge;
     for (int edge : {2, 3, 5, 6, 7, 8}) EXPECT_TRUE(NoLineBetween(r[edge], r[edge + 1])) << "inside, after " << edge;
-    for (int c = 1; c <= 11; ++c) {
-      EXPECT_EQ(r[c].top.width, 0);
-      EXPECT_EQ(r[c].bottom.width, 0);
-      EXPECT_EQ(r[c].diagonalDown.width, 0);
-      EXPECT_EQ(r[c].diagonalUp.width, 0);
-    }
+    for (int c = 1; c <= 11; ++c)
+      EXPECT_TRUE(r[c].top.width == 0 && r[c].bottom.width == 0 && r[c].diagonalDown.width == 0 &&
+                  r[c].diagonalUp.width == 0) << "column " << c;
   }
   for (std::int32_t c = 0; c <= 11; ++c) EXPECT_TRUE(book->columnFitted(1, c)) << "column " << c;
 }
 
 TEST_F(ReportOffice, ModesAndObservations) {
   struct Case {
-    const char* name;
-    bool discrete, observations;
-    std::vector<std::string> labels;
-    std::vector<double> counts;
-    std::vector<std::string> row1;
-    std::vector<double> row3, row4;
+    const char* name; bool discrete, observations; std::vector<std::string> labels;
+    std::vector<double> counts; std::vector<std::string> row1; std::vector<double> row3, row4;
   };
   const std::vector<Case> cases = {
       {"continuous", false, false, {"1 to 4", "4 to 7", "7 to 10"}, {4, 3, 3}, {"1 to 4", "4 to 7", "7 to 10"},
@@ -198,14 +172,11 @@ TEST_F(ReportOffice, ModesAndObservations) {
     }
     CellBlock z = Cells(sheet, 25, 0, 25, 11);
     EXPECT_EQ(z.kinds[0], CellKind::Empty) << "Z1";
-    EXPECT_EQ(book->look(sheet, 19, 0).underline, c.observations) << "T1";
-    EXPECT_EQ(book->look(sheet, 19, 0).bold, c.observations) << "T1";
-    for (int i = 0; i < 10; ++i) {
-      if (c.observations)
-        EXPECT_EQ(z.numbers[1 + i], s.values[i]);
-      else
-        EXPECT_EQ(z.kinds[1 + i], CellKind::Empty);
-    }
+    const Workbook::CellLook t1 = book->look(sheet, 19, 0);
+    EXPECT_TRUE(t1.underline == c.observations && t1.bold == c.observations) << "T1";
+    for (int i = 0; i < 10; ++i)
+      EXPECT_TRUE(c.observations ? z.numbers[1 + i] == s.values[i] : z.kinds[1 + i] == CellKind::Empty)
+          << "Z" << i + 2;
     EXPECT_EQ(z.kinds[11], CellKind::Empty) << "Z12";
   }
   EXPECT_EQ(book->sheetName(3), "Binsight3");
@@ -214,21 +185,12 @@ TEST_F(ReportOffice, ModesAndObservations) {
 TEST_F(ReportOffice, RefusalsAddNoSheet) {
   Sample s;
   std::vector<double> one{4};
-  struct Case {
-    const char* name;
-    std::function<void(ReportInput&)> change;
-    const char* needle;
-  };
+  struct Case { const char* name; std::function<void(ReportInput&)> change; const char* needle; };
   const std::vector<Case> cases = {
       {"empty", [](ReportInput& r) { r.sample = {}; }, "empty"},
       {"one value", [&](ReportInput& r) { r.sample = one; }, "At least 2"},
-      {"1023 bins",
-       [](ReportInput& r) {
-         r.binLabels.assign(1023, "x");
-         r.binCounts.assign(1023, 1);
-       },
-       "1,022"},
-  };
+      {"1023 bins", [](ReportInput& r) { r.binLabels.assign(1023, "x"); r.binCounts.assign(1023, 1); },
+       "1,022"}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     ReportInput in = s.input();
@@ -236,8 +198,7 @@ TEST_F(ReportOffice, RefusalsAddNoSheet) {
     ExportOutcome out = ExportReport(*book, in);
     EXPECT_FALSE(out.done);
     EXPECT_NE(out.notice.find(c.needle), std::string::npos) << out.notice;
-    EXPECT_EQ(SheetCount(), 1);
-    EXPECT_FALSE(book->controllersLocked());
+    EXPECT_TRUE(SheetCount() == 1 && !book->controllersLocked());
   }
   // Every name taken (a deleted or renamed one would be found again).
   for (int i = 1; i <= 100; ++i) book->addSheetLast((i % 2 ? "binsight" : "Binsight") + std::to_string(i));
@@ -265,41 +226,27 @@ TEST_F(ReportOffice, ChartOfTheFrequencies) {
   ExportOutcome out = ExportReport(*book, in);
   ASSERT_TRUE(out.done) << out.notice;
   Workbook::ChartLook c = book->chart(1);
-  EXPECT_EQ(c.count, 1);
-  EXPECT_TRUE(c.columns);
-  EXPECT_EQ(c.series, 1);
+  // One plain column chart of the counts, written left to right, with no value axis, grid or legend.
+  EXPECT_EQ(std::tuple(c.count, c.columns, c.series, c.seriesName, c.tableLayout),
+            std::tuple(1, true, 1, std::string("Frequency"), std::int16_t{0}));
   EXPECT_EQ(c.values, (std::vector<double>{2, 40, 5, 0, 3}));
   EXPECT_EQ(c.categories, (std::vector<std::string>{"a", "b", "c", "d", "e"}));
-  EXPECT_EQ(c.seriesName, "Frequency");
   EXPECT_EQ(c.valueMin, 0);
   EXPECT_DOUBLE_EQ(c.valueMax, 48);
-  EXPECT_FALSE(c.valueAxisShown);
-  EXPECT_FALSE(c.valueGridShown);
-  EXPECT_FALSE(c.legendShown);
-  EXPECT_EQ(c.tickFont, "Arial Black");
-  EXPECT_EQ(c.tickSize, 9);
-  EXPECT_EQ(c.tickColor, 0xFFFF00u);
-  EXPECT_EQ(c.axisLineColor, 0xFFFFFFu);
-  EXPECT_EQ(c.wallColor, 0xFF00FFu);
-  EXPECT_EQ(c.pageColor, 0x333399u);
-  EXPECT_EQ(c.gapWidth, 1);
-  EXPECT_TRUE(c.gradient);
-  EXPECT_EQ(c.gradientStart, 0x800080u);
+  EXPECT_EQ(std::tuple(c.valueAxisShown, c.valueGridShown, c.legendShown), std::tuple(false, false, false));
+  EXPECT_EQ(std::tuple(c.tickFont, c.tickSize, c.labelFont, c.labelSize, c.labelBold, c.labelNumberOnly),
+            std::tuple(std::string("Arial Black"), 9.0, std::string("Arial Black"), 12.0, true, true));
+  // Ticks, axis line, wall, page, outline, labels, the gradient's start.
+  EXPECT_EQ((std::vector<Rgb>{c.tickColor, c.axisLineColor, c.wallColor, c.pageColor, c.outlineColor,
+                              c.labelColor, c.gradientStart}),
+            (std::vector<Rgb>{0xFFFF00, 0xFFFFFF, 0xFF00FF, 0x333399, 0xFFFFFF, 0xFFFFFF, 0x800080}));
+  EXPECT_EQ(std::tuple(c.gapWidth, c.gradient, c.outlineSolid), std::tuple(1, true, true));
   for (int shift : {0, 8, 16}) EXPECT_GT((c.gradientEnd >> shift) & 0xFF, (0x800080u >> shift) & 0xFF);
-  EXPECT_TRUE(c.outlineSolid);
-  EXPECT_EQ(c.outlineColor, 0xFFFFFFu);
-  EXPECT_TRUE(c.labelNumberOnly);
-  EXPECT_EQ(c.labelFont, "Arial Black");
-  EXPECT_EQ(c.labelSize, 12);
-  EXPECT_TRUE(c.labelBold);
-  EXPECT_EQ(c.labelColor, 0xFFFFFFu);
-  EXPECT_EQ(c.tableLayout, 0);
   // Over B9:J31 as the final widths place it.
-  Workbook::Rect area = book->cellsRect(At(1, 1, 8, 9, 30));
-  EXPECT_NEAR(c.rect.x, area.x, 2);
-  EXPECT_NEAR(c.rect.y, area.y, 2);
-  EXPECT_NEAR(c.rect.width, area.width, 2);
-  EXPECT_NEAR(c.rect.height, area.height, 2);
+  const Workbook::Rect area = book->cellsRect(At(1, 1, 8, 9, 30));
+  for (auto [got, want] : {std::pair(c.rect.x, area.x), std::pair(c.rect.y, area.y),
+                           std::pair(c.rect.width, area.width), std::pair(c.rect.height, area.height)})
+    EXPECT_NEAR(got, want, 2);
 }
 
 }  // namespace

@@ -31,14 +31,9 @@ const CellBlock& Block(const ReportSheet& s, int row0) {
 }
 
 TEST(ReportSheet, StatisticsReadTheBoxesAndRoundKurtosisAndSkewness) {
-  struct Case {
-    const char* name;
-    std::vector<double> sample;
-    std::array<std::string, 8> boxes;
-    char mark;
-    int decimals;
-    std::vector<double> figures;  // C34..J34
-    std::optional<double> kurt, skew;
+  struct Case {  // figures: C34..J34
+    const char* name; std::vector<double> sample; std::array<std::string, 8> boxes; char mark; int decimals;
+    std::vector<double> figures; std::optional<double> kurt, skew;
   };
   const std::vector<Case> cases = {
       // Kurt and Skew of 1..10 from the spreadsheet: -1.2 and 0.
@@ -65,9 +60,6 @@ TEST(ReportSheet, StatisticsReadTheBoxesAndRoundKurtosisAndSkewness) {
     const ReportSheet sheet = BuildReportSheet(in, 0, "Binsight1");
     const CellBlock& st = Block(sheet, 32);
     ASSERT_EQ(st.cols, 11);
-    EXPECT_EQ(st.text(0), "Range address");
-    EXPECT_EQ(st.text(6), "Q50   (Median)");
-    EXPECT_EQ(st.text(10), "Skewness");
     EXPECT_EQ(st.text(11), "$A$2:$A$11");
     for (int k = 0; k < 8; ++k) EXPECT_EQ(st.numbers[12 + k], c.figures[k]) << "column " << char('C' + k);
     for (auto [i, v] : {std::pair{20, c.kurt}, std::pair{21, c.skew}}) {
@@ -106,13 +98,8 @@ TEST(ReportSheet, RegionsFollowTheTableWhileTheBackgroundStopsAtL) {
   EXPECT_EQ(A1Address(s.regionA), "$B$1:$N$1");
   EXPECT_EQ(A1Address(s.regionC), "$B$3:$N$4");
   EXPECT_EQ(A1Address(s.regionF), "$B$6:$N$7");
-  EXPECT_EQ(A1Address(s.formats[0].range), "$B$1:$L$34");
-  EXPECT_EQ(*s.formats[0].format.background, 0xFF9900u);
-  EXPECT_EQ(*s.formats[1].format.fontColor, 0x00FFFFu);
-  EXPECT_EQ(*s.formats[1].format.background, 0x00CCFFu);
+  EXPECT_EQ(A1Address(s.formats[0].range), "$B$1:$L$34");  // the colours: ReportOffice.OneSampleCellByCell
   EXPECT_EQ(A1Address(s.formats[3].range), "$B$4:$N$4");
-  EXPECT_EQ(*s.formats[3].format.numberFormat, "0.0%");
-  EXPECT_EQ(*s.formats[6].format.fontColor, 0x003366u);
   EXPECT_EQ(s.lastUsedColumn, 13);
   // One tallest bar of 40: value scale 0 to 48; the chart covers B9:J31 and reads the counts.
   EXPECT_DOUBLE_EQ(s.chart.valueMax, 48);
@@ -121,57 +108,25 @@ TEST(ReportSheet, RegionsFollowTheTableWhileTheBackgroundStopsAtL) {
   EXPECT_EQ(A1Address(s.chart.categories), "$C$1:$N$1");
 }
 
-TEST(ReportSheet, ObservationsOnlyWhenAsked) {
-  Fixture f;
-  ReportInput in = f.in();
-  EXPECT_FALSE(BuildReportSheet(in, 0, "B").observations);
-  in.includeObservations = true;
-  ReportSheet s = BuildReportSheet(in, 0, "B");
-  ASSERT_TRUE(s.observations);
-  EXPECT_EQ(A1Address(s.observations->at), "$Z$2:$Z$11");
-  EXPECT_EQ(s.observations->cells.numbers, f.sample);
-  EXPECT_EQ(A1Address(s.observationsTitle->range), "$T$1");
-  EXPECT_TRUE(*s.observationsTitle->format.underline);
-}
-
 TEST(ReportSheet, RefusalsBeforeAnySheet) {
   Fixture f;
   std::vector<double> one{3}, big(kMaxReportObservations + 1, 1.0);
-  struct Case {
-    const char* name;
-    std::function<void(ReportInput&)> change;
-    const char* needle;  // empty: accepted
+  const auto bins = [](int n) {
+    return [n](ReportInput& r) { r.binLabels.assign(n, "x"); r.binCounts.assign(n, 1); };
   };
+  // needle "": accepted
+  struct Case { const char* name; std::function<void(ReportInput&)> change; const char* needle; };
   const std::vector<Case> cases = {
       {"fine", [](ReportInput&) {}, ""},
       {"empty", [](ReportInput& r) { r.sample = {}; }, "empty"},
       {"one continuous", [&](ReportInput& r) { r.sample = one; }, "At least 2"},
       {"one discrete",
-       [&](ReportInput& r) {
-         r.sample = one;
-         r.discrete = true;
-         r.binLabels = {"3"};
-         r.binCounts = {1};
-       },
+       [&](ReportInput& r) { r.sample = one; r.discrete = true; r.binLabels = {"3"}; r.binCounts = {1}; },
        ""},
-      {"1022 bins",
-       [](ReportInput& r) {
-         r.binLabels.assign(1022, "x");
-         r.binCounts.assign(1022, 1);
-       },
-       ""},
-      {"1023 bins",
-       [](ReportInput& r) {
-         r.binLabels.assign(1023, "x");
-         r.binCounts.assign(1023, 1);
-       },
-       "at most 1,022 bins"},
+      {"1022 bins", bins(1022), ""},
+      {"1023 bins", bins(1023), "at most 1,022 bins"},
       {"all outside", [](ReportInput& r) { r.binCounts = {0, 0, 0}; }, "No value"},
-      {"too many observations",
-       [&](ReportInput& r) {
-         r.sample = big;
-         r.includeObservations = true;
-       },
+      {"too many observations", [&](ReportInput& r) { r.sample = big; r.includeObservations = true; },
        "1,048,575"},
       {"many without observations", [&](ReportInput& r) { r.sample = big; }, ""},
   };
@@ -179,13 +134,8 @@ TEST(ReportSheet, RefusalsBeforeAnySheet) {
     SCOPED_TRACE(c.name);
     ReportInput in = f.in();
     c.change(in);
-    std::optional<std::string> why = ReportRefusal(in);
-    if (*c.needle == 0) {
-      EXPECT_FALSE(why) << *why;
-    } else {
-      ASSERT_TRUE(why);
-      EXPECT_NE(why->find(c.needle), std::string::npos) << *why;
-    }
+    const std::string why = ReportRefusal(in).value_or("");
+    EXPECT_TRUE(*c.needle ? why.find(c.needle) != std::string::npos : why.empty()) << why;
   }
 }
 
@@ -200,12 +150,10 @@ TEST(ReportSheet, FirstFreeNameFromOneToHundred) {
 }
 
 TEST(SheetFormat, ColourIndexesAndComColours) {
-  EXPECT_EQ(ColorIndexRgb(13), 0x800080u);
-  EXPECT_EQ(ColorIndexRgb(55), 0x333399u);
-  EXPECT_EQ(ColorIndexRgb(kAutomaticColorIndex), 0x000000u);
-  EXPECT_EQ(ComColorRgb(49407), 0xFFC000u);
-  EXPECT_EQ(ComColorRgb(13551615), 0xFFC7CEu);
-  EXPECT_EQ(ComColorRgb(-16383844), 0x9C0006u);
+  EXPECT_EQ((std::vector<Rgb>{ColorIndexRgb(13), ColorIndexRgb(55), ColorIndexRgb(kAutomaticColorIndex)}),
+            (std::vector<Rgb>{0x800080, 0x333399, 0x000000}));
+  EXPECT_EQ((std::vector<Rgb>{ComColorRgb(49407), ComColorRgb(13551615), ComColorRgb(-16383844)}),
+            (std::vector<Rgb>{0xFFC000, 0xFFC7CE, 0x9C0006}));
 }
 
 }  // namespace

@@ -27,10 +27,8 @@ TEST_F(OfficeTest, ReadKeepsEveryCellsKind) {
   Kind want[] = {Kind::Text, Kind::Number, Kind::Empty, Kind::Text, Kind::Date,
                  Kind::Logical, Kind::Number, Kind::Error, Kind::Text, Kind::Logical};
   for (int i = 0; i < 10; ++i) EXPECT_EQ(b.kinds[i], want[i]) << "row " << i + 1;
-  EXPECT_EQ(b.numbers[1], 12.5);
-  EXPECT_EQ(b.numbers[5], 1.0);
-  EXPECT_EQ(b.text(0), "Price");
-  EXPECT_EQ(b.text(8), "12");
+  EXPECT_TRUE(b.numbers[1] == 12.5 && b.numbers[5] == 1.0);
+  EXPECT_EQ(b.text(0) + "|" + b.text(8), "Price|12");
   EXPECT_EQ(book->errorFormulaCells({0, 0, 0, 0, 9}).size(), 1u);
   EXPECT_TRUE(book->errorFormulaCells({0, 0, 0, 0, 6}).empty());
   // Two columns read row by row.
@@ -64,9 +62,7 @@ TEST_F(OfficeTest, NamesAddressesAndUsedRange) {
   EXPECT_EQ(book->readUsed({0, 5, 0, 5, 1048575}).size(), 0) << "column F holds nothing";
   // Selections of one area and of two.
   book->select({CellRangeRef{0, 0, 0, 0, 4}});
-  Selection sel = book->selection();
-  ASSERT_EQ(sel.areas.size(), 1u);
-  EXPECT_EQ(sel.areas[0], (CellRangeRef{0, 0, 0, 0, 4}));
+  EXPECT_EQ(book->selection().areas, (std::vector<CellRangeRef>{{0, 0, 0, 0, 4}}));
   book->select({CellRangeRef{0, 0, 0, 0, 2}, CellRangeRef{0, 2, 0, 2, 2}});
   EXPECT_EQ(book->selection().areas.size(), 2u);
 }
@@ -74,7 +70,6 @@ TEST_F(OfficeTest, NamesAddressesAndUsedRange) {
 TEST_F(OfficeTest, ModifyListenerSeesEditsInsideTheRangeOnly) {
   book->write({0, 0, 0, 0, 0}, Column({"n:1", "n:2", "n:3"}));
   book->watch({0, 0, 0, 0, 2});
-  EXPECT_FALSE(book->changed());
   book->write({0, 1, 0, 0, 0}, Column({"n:9"}));  // outside
   EXPECT_FALSE(book->changed());
   book->write({0, 0, 1, 0, 0}, Column({"n:7"}));  // inside
@@ -85,28 +80,23 @@ TEST_F(OfficeTest, ModifyListenerSeesEditsInsideTheRangeOnly) {
 
 // Our in-process worksheet functions must give what the office gives.
 TEST_F(OfficeTest, WorksheetFunctionsMatchTheOffice) {
-  struct RoundCase {
-    double x, d;
-  } rounds[] = {{2.675, 2}, {-2.5, 0}, {2.5, 0}, {1.005, 2}, {0.285, 2}, {-0.125, 2}, {1234.5, -1},
-                {0.1 + 0.2, 1}, {1e15 + 0.5, 0}, {0.49999999999999994, 0}, {330.88535, 4}, {5.55, 1}, {-1.45, 1}, {2.345e-7, 9}};
-  for (const RoundCase& c : rounds)
-    EXPECT_EQ(Round(c.x, int(c.d)), office().callScalar("ROUND", {c.x, c.d})) << c.x << ", " << c.d;
+  const std::pair<double, double> rounds[] = {
+      {2.675, 2},     {-2.5, 0},       {2.5, 0},   {1.005, 2},  {0.285, 2},  {-0.125, 2},   {1234.5, -1},
+      {0.1 + 0.2, 1}, {1e15 + 0.5, 0}, {0.49999999999999994, 0},  {330.88535, 4}, {5.55, 1}, {-1.45, 1},
+      {2.345e-7, 9}};
+  for (auto [x, d] : rounds)
+    EXPECT_EQ(Round(x, int(d)), office().callScalar("ROUND", {x, d})) << x << ", " << d;
 
   std::mt19937_64 gen(7);
   std::lognormal_distribution<double> dist(1.0, 0.8);
   std::vector<double> x(2000);
   for (double& v : x) v = std::round(dist(gen) * 1000) / 1000;
-  struct Fn {
-    const char* name;
-    std::optional<double> (*ours)(std::span<const double>);
-    double tol;
-  } fns[] = {{"AVERAGE", Average, 0}, {"STDEV", Stdev, 1e-15}, {"MEDIAN", Median, 0},
-             {"MIN", Min, 0},         {"MAX", Max, 0},         {"KURT", Kurt, 1e-13},
-             {"SKEW", Skew, 1e-13}};
+  struct Fn { const char* name; std::optional<double> (*ours)(std::span<const double>); double tol; };
+  const Fn fns[] = {{"AVERAGE", Average, 0}, {"STDEV", Stdev, 1e-15}, {"MEDIAN", Median, 0}, {"MIN", Min, 0},
+                    {"MAX", Max, 0},         {"KURT", Kurt, 1e-13},   {"SKEW", Skew, 1e-13}};
   for (const Fn& f : fns) {
-    double theirs = office().callFunction(f.name, x);
-    double ours = *f.ours(x);
-    EXPECT_NEAR(ours, theirs, f.tol * std::fabs(theirs)) << f.name;
+    const double theirs = office().callFunction(f.name, x);
+    EXPECT_NEAR(*f.ours(x), theirs, f.tol * std::fabs(theirs)) << f.name;
   }
   EXPECT_EQ(Sum(x), office().callFunction("SUM", x));
   std::vector<double> tenths(31, 0.1);
@@ -201,8 +191,7 @@ TEST_F(OfficeTest, BulkCallsReportTheirProgress) {
     OfficeProgress::Work work = OfficeProgress::Work::None;
     std::int64_t total = 0, last = 0, steps = 0;
     bool backwards = false, beyond = false;
-  };
-  Seen seen;
+  } seen;
   SetOfficeCallWaiter([&](const std::function<void()>& call) {
     std::atomic<bool> done{false};
     std::thread t([&] {
@@ -221,22 +210,16 @@ TEST_F(OfficeTest, BulkCallsReportTheirProgress) {
     }
     t.join();
   });
-  struct Case {
-    OfficeProgress::Work work;
-    std::function<void()> run;
-  };
-  const Case cases[] = {
+  struct Case { OfficeProgress::Work work; std::function<void()> run; } cases[] = {
       {OfficeProgress::Work::Writing, [&] { book->write({0, 0, 0, 0, rows - 1}, block); }},
       {OfficeProgress::Work::Reading, [&] { EXPECT_EQ(book->read({0, 0, 0, 0, rows - 1}).numbers, block.numbers); }},
   };
   for (const Case& c : cases) {
     seen = Seen{};
     c.run();
-    EXPECT_EQ(seen.work, c.work);
-    EXPECT_EQ(seen.total, rows);
-    EXPECT_GE(seen.steps, 1);
-    EXPECT_FALSE(seen.backwards);
-    EXPECT_FALSE(seen.beyond);
+    EXPECT_TRUE(seen.work == c.work && seen.total == rows && seen.steps >= 1)
+        << seen.total << " " << seen.steps;
+    EXPECT_FALSE(seen.backwards || seen.beyond);
     EXPECT_EQ(CurrentOfficeProgress().total, 0);
   }
   SetOfficeCallWaiter(nullptr);

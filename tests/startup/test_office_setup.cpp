@@ -25,15 +25,13 @@ namespace fs = std::filesystem;
 using Outcome = ProfileEdit::Outcome;
 
 std::string Slurp(const fs::path& p) {
-  std::ifstream in(p, std::ios::binary);
   std::ostringstream s;
-  s << in.rdbuf();
+  s << std::ifstream(p, std::ios::binary).rdbuf();
   return s.str();
 }
 
 void Spit(const fs::path& p, const std::string& text) {
-  std::ofstream out(p, std::ios::binary | std::ios::trunc);
-  out << text;
+  std::ofstream(p, std::ios::binary | std::ios::trunc) << text;
 }
 
 // Written by a headless office on a fresh profile (data/make_profile.sh).
@@ -57,11 +55,7 @@ TEST(OfficeSetupText, AddsOneLineBeforeTheEndAndUndoGivesBackEveryByte) {
   // Where the office itself may leave the item after rewriting the file: among the others.
   std::string officeMoved = real;
   officeMoved.insert(officeMoved.find("<item "), item + "\n");
-  struct Case {
-    const char* name;
-    std::string text;
-    std::string eol;
-  } cases[] = {
+  struct Case { const char* name; std::string text, eol; } cases[] = {
       {"as the office writes it", real, "\n"},
       {"with CRLF line ends", Replace(real, "\n", "\r\n"), "\r\n"},
       {"without a final line end", real.substr(0, real.size() - 1), "\n"},
@@ -92,11 +86,7 @@ TEST(OfficeSetupText, RefusesWhatIsNotTheOfficesFileOrHoldsAnotherUrl) {
     t.insert(t.rfind("</oor:items>"), line + "\n");
     return t;
   };
-  struct Case {
-    const char* name;
-    std::string text;
-    const char* says;
-  } cases[] = {
+  struct Case { const char* name; std::string text; const char* says; } cases[] = {
       {"empty", "", "not the office's XML"},
       {"plain text", "ooSetupConnectionURL=pipe\n", "not the office's XML"},
       {"cut short", real.substr(0, real.size() / 2), "not the office's XML"},
@@ -114,22 +104,16 @@ TEST(OfficeSetupText, RefusesWhatIsNotTheOfficesFileOrHoldsAnotherUrl) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
-    for (const ProfileEdit& e : {AddOfficeSetup(c.text), RemoveOfficeSetup(c.text)}) {
-      EXPECT_EQ(e.outcome, Outcome::Refused);
-      EXPECT_TRUE(e.text.empty());
-      EXPECT_NE(e.message.find(c.says), std::string::npos) << e.message;
-    }
+    for (const ProfileEdit& e : {AddOfficeSetup(c.text), RemoveOfficeSetup(c.text)})
+      EXPECT_TRUE(e.outcome == Outcome::Refused && e.text.empty() &&
+                  e.message.find(c.says) != std::string::npos) << e.message;
   }
 }
 
 TEST(OfficeSetupText, KnowsWhichOfficeUsesTheProfile) {
   const std::string home = "/home/u/.config";
   const std::string def = home + "/libreoffice/4";
-  struct Case {
-    std::vector<std::string> args;
-    std::string profile;
-    bool uses;
-  } cases[] = {
+  struct Case { std::vector<std::string> args; std::string profile; bool uses; } cases[] = {
       {{"/usr/lib/libreoffice/program/soffice.bin", "--calc"}, def, true},
       {{"soffice.bin", "--calc"}, "/tmp/other", false},
       {{"soffice.bin", "-env:UserInstallation=file:///tmp/qv-1"}, "/tmp/qv-1", true},
@@ -196,12 +180,11 @@ TEST_F(OfficeSetupCommand, WritesWithBackupAndUndoesAndChangesNothingWhenItCanno
   EXPECT_EQ(Slurp(file()), AddOfficeSetup(real).text);
   EXPECT_EQ(Slurp(file().string() + ".quantavue-backup"), real);
   EXPECT_EQ(fs::status(file()).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-  EXPECT_EQ(Run({"--setup-office", "--yes"}), 0);  // already done
-  EXPECT_EQ(Slurp(file()), AddOfficeSetup(real).text);
-  ASSERT_EQ(Run({"--undo-setup-office", "--yes"}), 0);
-  EXPECT_EQ(Slurp(file()), real);
-  EXPECT_EQ(Run({"--undo-setup-office", "--yes"}), 0);  // nothing to undo
-  EXPECT_EQ(Slurp(file()), real);
+  // Each done twice: already done, nothing to undo.
+  for (const char* command : {"--setup-office", "--undo-setup-office", "--undo-setup-office"}) {
+    ASSERT_EQ(Run({command, "--yes"}), 0) << command;
+    EXPECT_EQ(Slurp(file()), command[2] == 's' ? AddOfficeSetup(real).text : real) << command;
+  }
   // Only the profile, its backup and nothing left over from the atomic writes.
   std::size_t files = 0;
   for (auto& e : fs::directory_iterator(file().parent_path())) files += e.is_regular_file();

@@ -10,7 +10,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -40,8 +39,8 @@ std::string PipePath(const std::string& name) { return "/tmp/OSL_PIPE_" + std::t
 
 // Runs quantavue with `env` added; `during` is called once after `at` has passed.
 Outcome RunProgram(std::map<std::string, std::string> env, std::vector<std::string> args = {},
-            std::chrono::seconds limit = 25s, std::chrono::milliseconds at = {},
-            const std::function<void()>& during = {}) {
+                   std::chrono::seconds limit = 25s, std::chrono::milliseconds at = {},
+                   const std::function<void()>& during = {}) {
   const char* binary = std::getenv("QV_TEST_BINARY") ? std::getenv("QV_TEST_BINARY") : QUANTAVUE_BINARY;
   std::string errFile = std::filesystem::temp_directory_path() / ("qv-startup-" + std::to_string(getpid()) + ".err");
   pid_t pid = fork();
@@ -138,14 +137,14 @@ std::string Tag() { return std::to_string(getpid()); }
 
 // Runs first: the shared office has no document open yet.
 TEST(Startup, NoOfficeAndAnOfficeWithoutDocument) {
-  Outcome none = RunProgram(Scripted("pipe,name=qvnone" + Tag() + ";urp;"));
-  EXPECT_ENDED(none, 0);
-  EXPECT_NE(none.err.find("No running Excel instance found"), std::string::npos) << none.err;
-
-  HeadlessOffice::Get();
-  Outcome empty = RunProgram(Scripted(HeadlessOffice::Get().connection()));
-  EXPECT_ENDED(empty, 0);
-  EXPECT_NE(empty.err.find("An Excel instance found but no Activeworkbook"), std::string::npos) << empty.err;
+  const std::pair<std::string, const char*> cases[] = {
+      {"pipe,name=qvnone" + Tag() + ";urp;", "No running Excel instance found"},
+      {HeadlessOffice::Get().connection(), "An Excel instance found but no Activeworkbook"}};
+  for (const auto& [connection, said] : cases) {
+    Outcome out = RunProgram(Scripted(connection));
+    EXPECT_ENDED(out, 0);
+    EXPECT_NE(out.err.find(said), std::string::npos) << out.err;
+  }
 }
 
 class SessionTest : public OfficeTest {
@@ -153,8 +152,7 @@ class SessionTest : public OfficeTest {
   bool hiddenBook() const override { return false; }
 };
 
-// Twenty numbers under a header in A1:A21.
-CellBlock Numbers() {
+CellBlock Numbers() {  // twenty numbers under a header in A1:A21
   CellBlock b;
   b.resize(21, 1);
   b.setText(0, "x");
@@ -163,20 +161,22 @@ CellBlock Numbers() {
 }
 
 TEST_F(SessionTest, EveryWayOutEndsTheProcess) {
+  // closeAfterMs -1: the program closes by itself; said: on stderr.
   struct Case {
-    const char* name;
-    std::function<void(Workbook&)> prepare;
-    int closeAfterMs;  // -1: the program closes by itself
-    const char* said;  // on stderr
-  } cases[] = {
-      {"a blank cell, the window closed",
-       [](Workbook& b) { b.select({CellRangeRef{0, 3, 3, 3, 3}}); }, 1500, "closing the main window (shown)"},
-      {"three numbers, the window closed",
-       [](Workbook& b) {
-         b.write({0, 0, 0, 0, 0}, Column({"h:x", "n:1", "n:2", "n:3"}));
-         b.select({CellRangeRef{0, 0, 0, 0, 3}});
-       },
-       1500, "closing the main window (shown)"},
+    const char* name; std::function<void(Workbook&)> prepare; int closeAfterMs; const char* said;
+  };
+  // Writes `cells` at A1 and selects A1 down to `lastRow`.
+  const auto selected = [](CellBlock cells, std::int32_t lastRow) {
+    return [=](Workbook& b) {
+      b.write({0, 0, 0, 0, 0}, cells);
+      b.select({CellRangeRef{0, 0, 0, 0, lastRow}});
+    };
+  };
+  const char* closed = "closing the main window (shown)";
+  const Case cases[] = {
+      {"a blank cell, the window closed", [](Workbook& b) { b.select({CellRangeRef{0, 3, 3, 3, 3}}); }, 1500,
+       closed},
+      {"three numbers, the window closed", selected(Column({"h:x", "n:1", "n:2", "n:3"}), 3), 1500, closed},
       {"a shape selected", [](Workbook& b) { b.drawRectangle(0); }, -1, ""},
       {"error cells, the notice answered",
        [](Workbook& b) {
@@ -185,12 +185,7 @@ TEST_F(SessionTest, EveryWayOutEndsTheProcess) {
          b.select({CellRangeRef{0, 0, 0, 0, 21}});
        },
        -1, "cells values errors"},
-      {"the window closed after an intake",
-       [](Workbook& b) {
-         b.write({0, 0, 0, 0, 0}, Numbers());
-         b.select({CellRangeRef{0, 0, 0, 0, 20}});
-       },
-       3000, "closing the main window (shown)"},
+      {"the window closed after an intake", selected(Numbers(), 20), 3000, closed},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
@@ -213,17 +208,22 @@ TEST_F(SessionTest, EveryWayOutEndsTheProcess) {
   }
 }
 
+// A shown workbook of that office with the numbers selected, taken at once at start.
+std::shared_ptr<Workbook> WithNumbers(HeadlessOffice& office) {
+  auto book = office.office().createWorkbook(false);
+  book->write({0, 0, 0, 0, 0}, Numbers());
+  book->select({CellRangeRef{0, 0, 0, 0, 20}});
+  return book;
+}
+
 TEST(Startup, OfficeKilledDuringTheSession) {
   struct Case { const char* name; std::chrono::milliseconds killAt; } cases[] = {
       {"one second after start", 1000ms}, {"after the intake", 4000ms}};
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     std::unique_ptr<HeadlessOffice> own = HeadlessOffice::StartAnother();
-    auto book = own->office().createWorkbook(false);
-    book->write({0, 0, 0, 0, 0}, Numbers());
-    book->select({CellRangeRef{0, 0, 0, 0, 20}});
-    HeadlessOffice* office = own.get();
-    Outcome out = RunProgram(Scripted(own->connection(), 6000), {}, 25s, c.killAt, [office] { office->Kill(); });
+    auto book = WithNumbers(*own);
+    Outcome out = RunProgram(Scripted(own->connection(), 6000), {}, 25s, c.killAt, [&] { own->Kill(); });
     EXPECT_ENDED(out, 0);
     book.reset();
   }
@@ -233,32 +233,25 @@ TEST(Startup, OfficeKilledDuringTheSession) {
 // comes after ten seconds, and its answer ends the program.
 TEST(Startup, OfficeFrozenDuringTheSession) {
   std::unique_ptr<HeadlessOffice> own = HeadlessOffice::StartAnother();
-  auto book = own->office().createWorkbook(false);
-  book->write({0, 0, 0, 0, 0}, Numbers());
-  book->select({CellRangeRef{0, 0, 0, 0, 20}});
-  HeadlessOffice* office = own.get();
-  Outcome out = RunProgram(Scripted(own->connection(), 4000), {}, 30s, 3000ms, [office] { office->Freeze(true); });
-  office->Freeze(false);
+  auto book = WithNumbers(*own);
+  Outcome out = RunProgram(Scripted(own->connection(), 4000), {}, 30s, 3000ms, [&] { own->Freeze(true); });
+  own->Freeze(false);
   EXPECT_ENDED(out, 1);
   EXPECT_NE(out.err.find("The spreadsheet does not answer."), std::string::npos) << out.err;
   book.reset();
 }
 
 TEST(Startup, PeersThatMisbehave) {
-  // Accepts and never answers: the attach waits, the notice comes, and its answer ends
-  // the program.
-  {
-    FakePeer silent("qvsilent" + Tag(), [](int) {});
-    Outcome out = RunProgram(Scripted("pipe,name=qvsilent" + Tag() + ";urp;"), {}, 30s);
-    EXPECT_ENDED(out, 1);
-    EXPECT_NE(out.err.find("The spreadsheet does not answer."), std::string::npos) << out.err;
-  }
-  // Closes the pipe under the program's feet: the office is gone, no SIGPIPE.
-  {
-    FakePeer closing("qvclosing" + Tag(), [](int c) { shutdown(c, SHUT_RDWR); });
-    Outcome out = RunProgram(Scripted("pipe,name=qvclosing" + Tag() + ";urp;"));
-    EXPECT_ENDED(out, 0);
-    EXPECT_NE(out.err.find("gone away"), std::string::npos) << out.err;
+  // One accepts and never answers: the attach waits, the notice comes, and its answer ends
+  // the program. One closes the pipe under the program's feet: the office is gone, no SIGPIPE.
+  struct Case { const char* name; std::function<void(int)> serve; int status; const char* said; } cases[] = {
+      {"qvsilent", [](int) {}, 1, "The spreadsheet does not answer."},
+      {"qvclosing", [](int c) { shutdown(c, SHUT_RDWR); }, 0, "gone away"}};
+  for (const Case& c : cases) {
+    FakePeer peer(c.name + Tag(), c.serve);
+    Outcome out = RunProgram(Scripted("pipe,name=" + std::string(c.name) + Tag() + ";urp;"), {}, 30s);
+    EXPECT_ENDED(out, c.status);
+    EXPECT_NE(out.err.find(c.said), std::string::npos) << out.err;
   }
   // A link where the pipe should be is refused, even to our own office.
   {
@@ -290,7 +283,7 @@ TEST(Startup, PagesAreFoundFromTheBuildTree) {
 
 TEST(Startup, NoDisplayGivesAMessageNotACoreDump) {
   Outcome nothing = RunProgram({{"QT_QPA_PLATFORM", "<unset>"}, {"DISPLAY", "<unset>"}, {"WAYLAND_DISPLAY", "<unset>"}},
-                        {"/613"}, 10s);
+                               {"/613"}, 10s);
   EXPECT_ENDED(nothing, 1);
   EXPECT_NE(nothing.err.find("needs a graphical display"), std::string::npos) << nothing.err;
   Outcome nope = RunProgram({}, {"-platform", "nope", "/613"}, 10s);

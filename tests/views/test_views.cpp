@@ -1,18 +1,20 @@
-// The distribution views against data/reference.txt, which make_reference.py worked out
-// at 60 digits from the fit formulas: every record kind is one table-driven test that
-// reports its worst error and the row it came from.
+// The distribution views against data/reference.txt (make_reference.py, 60 digits from the
+// fit formulas), each record kind one test reporting its worst error; then the cumulative
+// window's figures: PercentRank counts equal values half, the read-outs round as TEXT does.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <fstream>
+#include <limits>
 #include <map>
 #include <tuple>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "cumulative.h"
 #include "estimators.h"
 #include "plot_data.h"
 #include "theoretical.h"
@@ -236,22 +238,15 @@ TEST(ViewsReference, TheoreticalCurve) {
   }
 }
 
-// Small figures the window shows, beside the reference table.
+// Small figures the window shows, beside the reference table (Q-Q bounds: records "qqb").
 TEST(PlotData, SmallFigures) {
   EXPECT_EQ(PPDiagonal(4), (std::vector<double>{0, 25, 50, 75}));
-  struct Ranks {
-    std::vector<double> values, percentiles;
-  };
-  const Ranks ranks[] = {
+  struct Ranks { std::vector<double> values, percentiles; } const ranks[] = {
       {{1, 2, 3, 4}, {50, 75, 100, 125}},
       {{4, 2, 1, 2}, {125, 87.5, 50, 87.5}},            // any order, ties share
       {{7, 7, 7, 7, 7}, {80, 80, 80, 80, 80}},          // ((N+1)/2 + 1) * 100 / N
   };
   for (const Ranks& r : ranks) EXPECT_EQ(AverageRanks(r.values), r.percentiles);
-  AxisBounds b = QQBounds(-10, 10);
-  EXPECT_DOUBLE_EQ(b.low, -9.7);
-  EXPECT_DOUBLE_EQ(b.high, 10.3);
-  EXPECT_EQ(QQBounds(0, 5).low, 0.0);
   EXPECT_EQ(PlotDataSheetName(2), "PP-PlotData2");
   // Captions and r carry the user's decimal mark.
   FitRun comma = GenerateArrays(Distribution::Gama, Data().samples.at("beta15"), 0, 0, ',');
@@ -260,15 +255,12 @@ TEST(PlotData, SmallFigures) {
 
   const FitRun& run = RunOf("four", Distribution::Uniform);
   CellBlock block = PlotDataBlock(run.arrays);
-  ASSERT_EQ(block.rows, 5);
-  ASSERT_EQ(block.cols, 3);
-  EXPECT_EQ(block.text(0), "Actual value");
-  EXPECT_EQ(block.text(1), "Observed percentile");
-  EXPECT_EQ(block.text(2), "Expected percentile");
+  ASSERT_TRUE(block.rows == 5 && block.cols == 3);
+  EXPECT_EQ(block.text(0) + "|" + block.text(1) + "|" + block.text(2),
+            "Actual value|Observed percentile|Expected percentile");
   // Row 5 (the largest value): 4, 125 (above 100), and the uniform's 100.
-  EXPECT_EQ(block.numbers[12], 4);
-  EXPECT_EQ(block.numbers[13], 125);
-  EXPECT_EQ(block.numbers[14], 100);
+  EXPECT_EQ(std::vector<double>(block.numbers.begin() + 12, block.numbers.end()),
+            (std::vector<double>{4, 125, 100}));
   EXPECT_EQ(block.kinds[14], CellKind::Number);
 }
 
@@ -293,6 +285,53 @@ TEST(PlotData, LongSampleMatchesPlainWork) {
     EXPECT_EQ(differ, 0u);
     EXPECT_GT(run.r, 0.9) << DistributionCaption(d);
   }
+}
+
+TEST(Cumulative, CurvePoints) {
+  struct Case { const char* name; std::vector<double> sorted; bool distinctOnly; std::vector<double> x, y; };
+  const Case cases[] = {
+      // Worked by hand from (ties * 0.5 + below) / n.
+      {"ties", {1, 2, 2, 4}, false, {1, 2, 2, 4}, {12.5, 50, 50, 87.5}},
+      {"ties, one per run", {1, 2, 2, 4}, true, {1, 2, 4}, {12.5, 50, 87.5}},
+      {"distinct: 50/n to 100 - 50/n", {3, 5, 8, 13, 21}, false, {3, 5, 8, 13, 21}, {10, 30, 50, 70, 90}},
+      {"all equal: 50 percent n times", {7, 7, 7}, false, {7, 7, 7}, {50, 50, 50}},
+      {"all equal, one per run", {7, 7, 7}, true, {7}, {50}},
+      {"one value", {-2}, false, {-2}, {50}},
+      {"empty", {}, false, {}, {}},
+  };
+  for (const Case& c : cases) {
+    CumulativeCurve curve = CumulativePoints(c.sorted, c.distinctOnly);
+    EXPECT_EQ(curve.CumulativeValues, c.x) << c.name;
+    ASSERT_EQ(curve.CumulativePercents.size(), c.y.size()) << c.name;
+    for (std::size_t i = 0; i < c.y.size(); ++i) EXPECT_DOUBLE_EQ(curve.CumulativePercents[i], c.y[i]) << c.name << " " << i;
+  }
+}
+
+TEST(Cumulative, PercentRankBetweenAndOutside) {
+  const std::vector<double> s = {1, 2, 2, 4};
+  struct Case { double v, expected; };
+  // A value between sample values counts those below it whole: 3 has 3 below of 4.
+  for (Case c : {Case{0, 0}, Case{1, 0.125}, Case{1.5, 0.25}, Case{2, 0.5}, Case{3, 0.75}, Case{4, 0.875}, Case{9, 1}})
+    EXPECT_DOUBLE_EQ(PercentRank(s, c.v), c.expected) << c.v;
+  EXPECT_EQ(PercentRank({}, 1), 0);
+}
+
+TEST(Cumulative, ScaleAndReadOut) {
+  struct Scale { std::vector<double> sorted; float low, high; };
+  for (const Scale& c : {Scale{{0.004, 3.14159}, 0.0f, 3.14f}, Scale{{-2.675, 2.675}, -2.68f, 2.68f},
+                         Scale{{1e39, 2e39}, std::numeric_limits<float>::max(), std::numeric_limits<float>::max()}}) {
+    CumulativeBounds b = CumulativeScale(c.sorted);
+    EXPECT_EQ(b.low, c.low) << c.sorted.front();
+    EXPECT_EQ(b.high, c.high) << c.sorted.back();
+  }
+  struct Text { float value; const char* y; const char* x; };
+  for (const Text& t : {Text{50, "F(x)=50.0%", "x=50.0000"}, Text{2.5f, "F(x)=2.5%", "x=2.5000"},
+                        Text{12.5f, "F(x)=12.5%", "x=12.5000"}, Text{0.1f, "F(x)=0.1%", "x=0.1000"},
+                        Text{-0.00004f, "F(x)=0.0%", "x=0.0000"}}) {
+    EXPECT_EQ(CumulativeYText(t.value), t.y);
+    EXPECT_EQ(CumulativeXText(t.value), t.x);
+  }
+  EXPECT_EQ(CumulativeXText(2.5f, ','), "x=2,5000");
 }
 
 }  // namespace
