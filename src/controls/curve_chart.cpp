@@ -31,18 +31,30 @@ QCPGraph* CurveChart::graph(const QString& key) const {
   return nullptr;
 }
 
-QVector<QCPGraphData> CurveChart::FinitePoints(std::size_t n, std::span<const double> x,
-                                               std::span<const double> y, bool& sorted) {
+QCPGraph* CurveChart::replaceGraph(const QString& key) {
+  if (QCPGraph* old = graph(key)) m_plot->removeGraph(old);
+  QCPGraph* g = m_plot->addGraph();
+  g->setName(key);
+  g->setAdaptiveSampling(true);
+  return g;
+}
+
+QCPGraph* CurveChart::fillGraph(const QString& key, std::size_t n, std::span<const double> x,
+                                std::span<const double> y) {
+  QCPGraph* g = graph(key);
+  if (!g) return nullptr;
   n = std::min({n, x.size(), y.size()});
   QVector<QCPGraphData> points;
   points.reserve(static_cast<qsizetype>(n));
-  sorted = true;
+  bool sorted = true;
   for (std::size_t i = 0; i < n; ++i) {
     if (!std::isfinite(x[i]) || !std::isfinite(y[i])) continue;
     if (!points.isEmpty() && x[i] < points.back().key) sorted = false;
     points.append(QCPGraphData(x[i], y[i]));
   }
-  return points;
+  // The plots hand their points in ascending order: then no sort is needed.
+  g->data()->set(points, sorted);
+  return g;
 }
 
 int CurveChart::curveCount() const { return m_plot->graphCount(); }

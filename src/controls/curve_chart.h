@@ -4,7 +4,6 @@
 #pragma once
 
 #include <QString>
-#include <QVector>
 #include <QWidget>
 
 #include <cstddef>
@@ -12,7 +11,6 @@
 
 class QCustomPlot;
 class QCPGraph;
-class QCPGraphData;
 
 namespace qv {
 
@@ -42,11 +40,12 @@ class CurveChart : public QWidget {
  protected:
   explicit CurveChart(QWidget* parent);
   QCPGraph* graph(const QString& key) const;
+  // A new empty curve named key, in place of any curve of that key.
+  QCPGraph* replaceGraph(const QString& key);
+  // Gives the curve of key the first n points of x and y whose coordinates are finite
+  // numbers; null for an unknown key.
+  QCPGraph* fillGraph(const QString& key, std::size_t n, std::span<const double> x, std::span<const double> y);
   void scheduleRedraw();
-  // The first n points of x and y whose coordinates are finite numbers; `sorted` tells
-  // whether they ascend in x, so that the plot need not sort them.
-  static QVector<QCPGraphData> FinitePoints(std::size_t n, std::span<const double> x,
-                                            std::span<const double> y, bool& sorted);
 
   QCustomPlot* m_plot;
 

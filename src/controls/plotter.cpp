@@ -94,10 +94,7 @@ void Plotter::setXBounds(float low, float high) {
 }
 
 void Plotter::addCurve(const PlotterCurve& c) {
-  if (QCPGraph* old = graph(c.Key)) m_plot->removeGraph(old);
-  QCPGraph* g = m_plot->addGraph();
-  g->setName(c.Key);
-  g->setAdaptiveSampling(true);
+  QCPGraph* g = replaceGraph(c.Key);
   g->setPen(QPen(ComColor(c.Color.value_or(kDefaultColor)), std::max(1, c.Width), PenStyleOf(c.LineStyle)));
   m_looks.insert(c.Key, c);
   if (std::isfinite(c.Min) && std::isfinite(c.Max) && c.Min < c.Max) m_plot->yAxis->setRange(c.Min, c.Max);
@@ -107,20 +104,14 @@ void Plotter::addCurve(const PlotterCurve& c) {
 
 bool Plotter::setCurveData(const QString& key, std::size_t n, std::span<const double> x,
                            std::span<const double> y) {
-  QCPGraph* g = graph(key);
+  QCPGraph* g = fillGraph(key, n, x, y);
   if (!g) return false;
-  bool sorted = true;
-  QVector<QCPGraphData> points = FinitePoints(n, x, y, sorted);
-  g->data()->set(points, sorted);
   const PlotterCurve look = m_looks.value(key);
-  if (look.bAutoScale && !points.isEmpty()) {
-    double top = -INFINITY, bottom = INFINITY;
-    for (const QCPGraphData& point : points) {
-      top = std::max(top, point.value);
-      bottom = std::min(bottom, point.value);
-    }
-    double low = std::min(look.Min, bottom);
-    double high = std::max(look.Max, top);
+  if (look.bAutoScale && !g->data()->isEmpty()) {
+    bool found = false;
+    const QCPRange heights = g->data()->valueRange(found);
+    double low = std::min(look.Min, heights.lower);
+    double high = std::max(look.Max, heights.upper);
     if (!(high > low)) high = low + 1;
     m_plot->yAxis->setRange(low, high);
   }

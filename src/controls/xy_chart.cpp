@@ -61,12 +61,9 @@ void XYChart::setXBounds(float low, float high) {
 }
 
 void XYChart::addCurve(const ChartCurve& c) {
-  if (QCPGraph* old = graph(c.Key)) m_plot->removeGraph(old);
-  QCPGraph* g = m_plot->addGraph();
-  g->setName(c.Key);
+  QCPGraph* g = replaceGraph(c.Key);
   m_looks.insert(c.Key, c);
   QPen pen(ComColor(c.Color), std::max(0, c.Width), PenStyleOf(c.LineStyle));
-  g->setAdaptiveSampling(true);
   if (c.CurveStyle == 1) {
     // The sample's own points: marks in PointColor, joined by a hairline in Color.
     pen.setWidth(1);
@@ -95,12 +92,7 @@ void XYChart::addCurve(const ChartCurve& c) {
 
 bool XYChart::setCurveData(const QString& key, std::size_t n, std::span<const double> x,
                            std::span<const double> y) {
-  QCPGraph* g = graph(key);
-  if (!g) return false;
-  bool sorted = true;
-  QVector<QCPGraphData> points = FinitePoints(n, x, y, sorted);
-  // The plots hand their points in ascending order: then no sort is needed.
-  g->data()->set(points, sorted);
+  if (!fillGraph(key, n, x, y)) return false;
   scheduleRedraw();
   return true;
 }
