@@ -253,13 +253,17 @@ void Visualize::Form_Load() {
   Text2->show();
 }
 
-void Visualize::closePanel() {
+void Visualize::showDetrendedView() {
   PlotterView->hide();
   Detrended->show();
   Text2->setText(QStringLiteral("Detrended plot"));
   Label7->show();
   Label6->show();
   ThemedButton1->setCaption(QStringLiteral("Theoretical distribution"));
+}
+
+void Visualize::closePanel() {
+  showDetrendedView();
   setFixedHeight(kClosedHeight);
 }
 
@@ -335,12 +339,7 @@ void Visualize::Command1_Click() {
 }
 
 void Visualize::beginPlot() {
-  PlotterView->hide();
-  Detrended->show();
-  Text2->setText(QStringLiteral("Detrended plot"));
-  Label7->show();
-  Label6->show();
-  ThemedButton1->setCaption(QStringLiteral("Theoretical distribution"));
+  showDetrendedView();
   PlotterView->removeAllCurves();
   NormalDist->removeAllCurves();
 }

@@ -111,6 +111,8 @@ class Visualize : public QDialog {
   void showBusy(bool on);
   // The fit of d; while the window is shown it runs beside the event loop so the busy mark turns.
   FitRun fitWhilePainting(Distribution d);
+  // The lower panel's detrended plot in place of the theoretical curve.
+  void showDetrendedView();
   void closePanel();
   void beginPlot();
   void boldOption(Distribution chosen);
