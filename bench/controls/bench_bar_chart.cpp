@@ -68,13 +68,3 @@ BENCHMARK(BM_FirstDraw)->Arg(100)->Arg(1000)->Arg(32767)->Unit(benchmark::kMilli
 BENCHMARK(BM_Redraw)->Arg(100)->Arg(1000)->Arg(32767)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  QApplication app(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}

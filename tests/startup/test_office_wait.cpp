@@ -66,9 +66,3 @@ TEST_F(OfficeTest, LongBulkCallsShowTheirProgressAndLeaveNoTrace) {
 
 }  // namespace
 }  // namespace qv::testing
-
-int main(int argc, char** argv) {
-  QApplication app(argc, argv);
-  ::testing::InitGoogleTest(&argc, argv);
-  return RUN_ALL_TESTS();
-}

@@ -1,4 +1,5 @@
-// The controls need a QApplication; without a display they draw on the offscreen platform.
+// The entry of every test program with windows: they need a QApplication, and without a
+// display they draw on the offscreen platform.
 #include <gtest/gtest.h>
 
 #include <QApplication>
